@@ -1,0 +1,28 @@
+# CorvaneSupportKit0100: the two commands a newcomer needs are `make demo`
+# and `make test`; both install what is missing first.
+BUILD ?= build
+JOBS ?= $(shell nproc)
+
+.PHONY: all deps build demo test bench clean
+
+all: build
+
+deps:
+	@bash scripts/install-deps.sh
+
+build: deps
+	@bash scripts/build.sh $(BUILD) $(JOBS) native asan win32
+
+demo: deps
+	@bash scripts/build.sh $(BUILD) $(JOBS) win32
+	@scripts/wine-run $(BUILD)/win32/tour.exe
+
+test: deps
+	@bash scripts/test.sh $(BUILD) $(JOBS)
+
+bench: deps
+	@bash scripts/build.sh $(BUILD) $(JOBS) win32
+	@scripts/wine-run $(BUILD)/win32/bench.exe
+
+clean:
+	rm -rf $(BUILD)

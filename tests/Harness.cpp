@@ -1,0 +1,134 @@
+#include "Harness.h"
+
+#include <stdexcept>
+
+#ifndef _WIN32
+#include <dlfcn.h>
+#endif
+
+const char* const kNull = "<null>";
+
+// CallChecked, in assembly so that nothing but the callee moves the stack
+// between the measurement and the call. The stack is 16-byte aligned at the
+// call, as both platforms' compilers assume.
+__asm__(
+    ".text\n"
+    ".globl csk_call_checked\n"
+    "csk_call_checked:\n"
+    "  pushl %ebp\n"
+    "  movl %esp, %ebp\n"
+    "  pushl %ebx\n"
+    "  pushl %esi\n"
+    "  pushl %edi\n"
+    "  movl 12(%ebp), %esi\n"
+    "  movl 16(%ebp), %ecx\n"
+    "  leal 0(,%ecx,4), %edx\n"
+    "  movl %esp, %eax\n"
+    "  subl %edx, %eax\n"
+    "  andl $-16, %eax\n"
+    "  addl %edx, %eax\n"
+    "  movl %eax, %esp\n"
+    "  movl %esp, %ebx\n"
+    "1:\n"
+    "  testl %ecx, %ecx\n"
+    "  jz 2f\n"
+    "  decl %ecx\n"
+    "  pushl (%esi,%ecx,4)\n"
+    "  jmp 1b\n"
+    "2:\n"
+    "  call *8(%ebp)\n"
+    "  movl %esp, %ecx\n"
+    "  subl %ebx, %ecx\n"
+    "  movl 20(%ebp), %edx\n"
+    "  movl %ecx, (%edx)\n"
+    "  leal -12(%ebp), %esp\n"
+    "  popl %edi\n"
+    "  popl %esi\n"
+    "  popl %ebx\n"
+    "  popl %ebp\n"
+    "  ret\n");
+
+void* CskProc(const char* name) {
+#ifdef _WIN32
+    static HMODULE library = LoadLibraryA("CorvaneSupportKit0100.dll");
+    void* proc = library ? reinterpret_cast<void*>(GetProcAddress(library, name)) : nullptr;
+#else
+    static void* library = dlopen(CSK_LIBRARY_PATH, RTLD_NOW | RTLD_LOCAL);
+    void* proc = library ? dlsym(library, name) : nullptr;
+#endif
+    if (!proc) throw std::runtime_error(std::string("the library does not export ") + name);
+    return proc;
+}
+
+Bstr::Bstr(const std::string& utf8) : value_(nullptr) { *this = FromUnits(Utf16(utf8)); }
+
+Bstr Bstr::FromUnits(const std::u16string& units) {
+    Bstr made;
+    made.value_ = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(units.data()), static_cast<UINT>(units.size()));
+    return made;
+}
+
+Bstr::~Bstr() { SysFreeString(value_); }
+
+Bstr& Bstr::operator=(Bstr&& other) noexcept {
+    if (this != &other) {
+        SysFreeString(value_);
+        value_ = other.value_;
+        other.value_ = nullptr;
+    }
+    return *this;
+}
+
+std::u16string Bstr::units() const {
+    if (!value_) return std::u16string();
+    return std::u16string(reinterpret_cast<const char16_t*>(value_), SysStringLen(value_));
+}
+
+std::string Bstr::text() const { return value_ ? Utf8(units()) : kNull; }
+
+std::u16string Utf16(const std::string& utf8) {
+    std::u16string out;
+    for (size_t i = 0; i < utf8.size();) {
+        unsigned char c = static_cast<unsigned char>(utf8[i]);
+        char32_t cp;
+        int extra = c < 0x80 ? 0 : c < 0xE0 ? 1 : c < 0xF0 ? 2 : 3;
+        cp = extra == 0 ? c : extra == 1 ? (c & 0x1F) : extra == 2 ? (c & 0x0F) : (c & 0x07);
+        for (int k = 1; k <= extra && i + k < utf8.size(); ++k) cp = (cp << 6) | (utf8[i + k] & 0x3F);
+        i += extra + 1;
+        if (cp >= 0x10000) {
+            cp -= 0x10000;
+            out += static_cast<char16_t>(0xD800 + (cp >> 10));
+            out += static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
+        } else {
+            out += static_cast<char16_t>(cp);
+        }
+    }
+    return out;
+}
+
+std::string Utf8(const std::u16string& units) {
+    std::string out;
+    for (size_t i = 0; i < units.size(); ++i) {
+        char32_t cp = units[i];
+        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF)
+            cp = 0x10000 + ((cp - 0xD800) << 10) + (units[++i] - 0xDC00);
+        else if (cp >= 0xD800 && cp <= 0xDFFF)
+            cp = 0xFFFD;
+        if (cp < 0x80) {
+            out += static_cast<char>(cp);
+        } else if (cp < 0x800) {
+            out += static_cast<char>(0xC0 | (cp >> 6));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        } else if (cp < 0x10000) {
+            out += static_cast<char>(0xE0 | (cp >> 12));
+            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (cp >> 18));
+            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        }
+    }
+    return out;
+}

@@ -1,0 +1,84 @@
+// What the tests share: the library loaded the way a Visual Basic program
+// loads it, calls through the test's own declarations, and BSTRs the test
+// owns.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <string>
+
+#include "Platform.h"
+
+// The export `name`, found by its plain name in the loaded library (the
+// DLL through LoadLibrary/GetProcAddress, or the native shared object
+// through dlopen/dlsym). A missing name fails the test that asked.
+void* CskProc(const char* name);
+
+// Pushes count 32-bit argument slots (args[0] ends up nearest the return
+// address, as a caller pushes right to left), calls function, and stores in
+// *espDelta how far the stack pointer after the call is from where it was
+// before the pushes: 0 for a __stdcall callee that removed exactly them.
+extern "C" uint32_t CallChecked(const void* function, const uint32_t* args, uint32_t count, int32_t* espDelta)
+    __asm__("csk_call_checked");
+
+// An export as the caller declares it. Each argument takes the 32-bit slots
+// a caller pushes for it (a Double two, an Integer or Boolean one), and each
+// call checks that the callee removed exactly those, so a wrong calling
+// convention or argument list fails the test.
+template <class R, class... A>
+struct VbFunction {
+    const char* name;
+
+    R operator()(A... args) const {
+        uint32_t slots[2 * sizeof...(A) + 1];
+        uint32_t count = 0;
+        (Push(slots, count, args), ...);
+        int32_t espDelta = 0;
+        uint32_t result = CallChecked(CskProc(name), slots, count, &espDelta);
+        EXPECT_EQ(0, espDelta) << name << " did not remove exactly its " << 4 * count << " bytes of arguments";
+        if constexpr (!std::is_void<R>::value) return static_cast<R>(result);
+    }
+
+  private:
+    template <class T>
+    static void Push(uint32_t* slots, uint32_t& count, T value) {
+        static_assert(sizeof(T) <= 8, "an argument is one or two slots");
+        uint32_t words[2] = {0, 0};
+        std::memcpy(words, &value, sizeof value);
+        for (size_t i = 0; i < (sizeof(T) + 3) / 4; ++i) slots[count++] = words[i];
+    }
+};
+
+// A BSTR owned by the test: null by default, or made from UTF-8 text, or
+// from exact UTF-16 units (embedded NULs and lone surrogates included).
+class Bstr {
+  public:
+    Bstr() = default;
+    explicit Bstr(const std::string& utf8);
+    static Bstr FromUnits(const std::u16string& units);
+    ~Bstr();
+    Bstr(Bstr&& other) noexcept : value_(other.value_) { other.value_ = nullptr; }
+    Bstr& operator=(Bstr&& other) noexcept;
+    Bstr(const Bstr&) = delete;
+    Bstr& operator=(const Bstr&) = delete;
+
+    BSTR get() const { return value_; }
+    BSTR* out() { return &value_; }
+    bool isNull() const { return value_ == nullptr; }
+    std::u16string units() const;
+    // The text as UTF-8; a null BSTR reads as "<null>" so that tables can
+    // tell it from the empty string.
+    std::string text() const;
+
+  private:
+    BSTR value_ = nullptr;
+};
+
+// What an unguarded text export leaves for an empty answer.
+extern const char* const kNull;
+
+std::string Utf8(const std::u16string& units);
+std::u16string Utf16(const std::string& utf8);

@@ -1,0 +1,17 @@
+// The exports as a Visual Basic program declares them: by plain name, with
+// the argument list the caller pushes. Written apart from the library's
+// sources on purpose, so that a mismatch between the two fails a test.
+#pragma once
+
+#include "Harness.h"
+
+namespace vb {
+
+// Path building
+inline const VbFunction<HRESULT, BSTR, BSTR*> esAddBackslash{"esAddBackslash"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esRemoveBackslash{"esRemoveBackslash"};
+inline const VbFunction<HRESULT, BSTR, BSTR, VARIANT_BOOL, BSTR*> esBuildFileName{"esBuildFileName"};
+inline const VbFunction<HRESULT, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR*> esBuildFileName2{
+    "esBuildFileName2"};
+
+}  // namespace vb

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Checks the built library's image against the .def and the list of all
+# export names: every name the .def exports is on the list, undecorated and
+# exported exactly once; the binary exports those names and no others. For
+# the DLL also: only system DLLs imported, and ASLR, DEP and NO_SEH set.
+# Usage: check-exports.sh DEF LIST BINARY
+set -uo pipefail
+def=$1 list=$2 binary=$3
+failures=0
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+
+def_names=$(sed -n '/^EXPORTS/,$p' "$def" | sed 's/;.*//' | awk 'NF && $1 != "EXPORTS" {print $1}')
+list_names=$(grep -v '^#' "$list" | awk 'NF {print $1}')
+
+[ "$(echo "$list_names" | sort -u | wc -l)" -eq 267 ] || fail "the list holds $(echo "$list_names" | sort -u | wc -l) names, not 267"
+dups=$(echo "$def_names" | sort | uniq -d)
+[ -z "$dups" ] || fail "exported twice in the .def: $dups"
+for name in $def_names; do
+  case "$name" in *@*|_*) fail "decorated name in the .def: $name" ;; esac
+  echo "$list_names" | grep -qx "$name" || fail "not on the list of exports: $name"
+done
+
+case "$binary" in
+  *.dll)
+    dump=$(i686-w64-mingw32-objdump -p "$binary") || { fail "objdump failed"; exit 1; }
+    exported=$(echo "$dump" | sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' | grep -o '[A-Za-z_][A-Za-z0-9_@]*$' | grep -v '^Table$')
+    imports=$(echo "$dump" | awk '/DLL Name:/ {print tolower($3)}' | sort -u)
+    for dll in $imports; do
+      case "$dll" in
+        kernel32.dll|user32.dll|gdi32.dll|advapi32.dll|oleaut32.dll|ole32.dll|shell32.dll|shlwapi.dll|msvcrt.dll) ;;
+        *) fail "imports a DLL that is not a system DLL: $dll" ;;
+      esac
+    done
+    characteristics=$(echo "$dump" | sed -n '/^DllCharacteristics/,/^SizeOfStackReserve/p')
+    for flag in DYNAMIC_BASE NX_COMPAT NO_SEH; do
+      echo "$characteristics" | grep -q "$flag" || fail "DllCharacteristics lacks $flag"
+    done
+    ;;
+  *.so)
+    exported=$(nm -D --defined-only "$binary" | awk '$2 == "T" {print $3}')
+    ;;
+  *) fail "unknown kind of binary: $binary"; exit 1 ;;
+esac
+
+missing=$(comm -23 <(echo "$def_names" | sort) <(echo "$exported" | sort))
+extra=$(comm -13 <(echo "$def_names" | sort) <(echo "$exported" | sort))
+[ -z "$missing" ] || fail "named in the .def but not exported: $missing"
+[ -z "$extra" ] || fail "exported but not named in the .def: $extra"
+
+count=$(echo "$def_names" | grep -c .)
+if [ "$failures" -eq 0 ]; then
+  echo "$(basename "$binary"): $count exports, all on the list and undecorated; image checks passed"
+  exit 0
+fi
+exit 1

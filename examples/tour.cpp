@@ -1,0 +1,86 @@
+// A tour of CorvaneSupportKit0100.dll: loads it the way a Visual Basic
+// program does (LoadLibrary, then each export by its plain name), calls the
+// exports and prints what they answer.
+#include <windows.h>
+#include <oleauto.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+HMODULE library;
+
+template <class F>
+F Export(const char* name) {
+    F f = reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    if (!f) std::printf("  (%s is not exported)\n", name);
+    return f;
+}
+
+// A BSTR made from text, freed at the end of the statement that made it.
+struct Text {
+    BSTR b;
+    explicit Text(const char* s) {
+        int n = MultiByteToWideChar(CP_ACP, 0, s, -1, nullptr, 0);
+        b = SysAllocStringLen(nullptr, n - 1);
+        MultiByteToWideChar(CP_ACP, 0, s, -1, b, n);
+    }
+    ~Text() { SysFreeString(b); }
+};
+
+std::string Show(BSTR b) {
+    if (!b) return "(null)";
+    int n = WideCharToMultiByte(CP_ACP, 0, b, -1, nullptr, 0, nullptr, nullptr);
+    std::string s(n, '\0');
+    WideCharToMultiByte(CP_ACP, 0, b, -1, &s[0], n, nullptr, nullptr);
+    s.resize(n - 1);
+    return "\"" + s + "\"";
+}
+
+typedef HRESULT(WINAPI* TextToText)(BSTR, BSTR*);
+typedef HRESULT(WINAPI* BuildFileName)(BSTR, BSTR, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* BuildFileName2)(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR*);
+
+void ShowTextToText(const char* name, const char* input) {
+    TextToText f = Export<TextToText>(name);
+    if (!f) return;
+    BSTR out = nullptr;
+    HRESULT status = f(Text(input).b, &out);
+    std::printf("  %-22s(\"%s\") = %s, status %ld\n", name, input, Show(out).c_str(), status);
+    SysFreeString(out);
+}
+
+void PathBuilding() {
+    std::printf("Path building\n");
+    ShowTextToText("esAddBackslash", "C:\\Program Files\\Corvane");
+    ShowTextToText("esRemoveBackslash", "C:\\Program Files\\Corvane\\");
+    ShowTextToText("esRemoveBackslash", "C:\\");
+    if (auto f = Export<BuildFileName>("esBuildFileName")) {
+        BSTR out = nullptr;
+        f(Text("C:\\Data").b, Text("report.txt").b, VARIANT_FALSE, &out);
+        std::printf("  %-22s(\"C:\\Data\", \"report.txt\") = %s\n", "esBuildFileName", Show(out).c_str());
+        SysFreeString(out);
+    }
+    if (auto f = Export<BuildFileName2>("esBuildFileName2")) {
+        BSTR out = nullptr;
+        f(Text("\\\\Server").b, Text("Share\\").b, Text("\\Reports").b, Text("2026").b, Text("nov.txt").b, nullptr,
+          nullptr, nullptr, nullptr, &out);
+        std::printf("  %-22s(\"\\\\Server\", \"Share\\\", \"\\Reports\", \"2026\", \"nov.txt\") = %s\n",
+                    "esBuildFileName2", Show(out).c_str());
+        SysFreeString(out);
+    }
+}
+
+}  // namespace
+
+int main() {
+    library = LoadLibraryA("CorvaneSupportKit0100.dll");
+    if (!library) {
+        std::printf("CorvaneSupportKit0100.dll did not load (error %lu)\n", GetLastError());
+        return 1;
+    }
+    std::printf("CorvaneSupportKit0100.dll loaded at %p\n\n", static_cast<void*>(library));
+    PathBuilding();
+    return 0;
+}

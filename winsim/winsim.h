@@ -108,3 +108,55 @@ size_t wcstombs(char* destination, const WCHAR* source, size_t count);
 #define _MCW_RC 0x00000300u
 #define _PC_64 0x00000000u
 #define _RC_NEAR 0x00000000u
+
+// ---- Path parsing and byte arrays -----------------------------------------
+
+// OLEAUT32: SAFEARRAYs, laid out as the platform lays them out. An array
+// made with a type records it in the four bytes before the descriptor
+// (FADF_HAVEVARTYPE); one made from a bare descriptor records none.
+typedef struct tagSAFEARRAYBOUND {
+    ULONG cElements;
+    LONG lLbound;
+} SAFEARRAYBOUND;
+
+typedef struct tagSAFEARRAY {
+    USHORT cDims;
+    USHORT fFeatures;
+    ULONG cbElements;
+    ULONG cLocks;
+    void* pvData;
+    SAFEARRAYBOUND rgsabound[1];
+} SAFEARRAY;
+
+#define VT_I4 3
+#define VT_UI1 17
+#define FADF_HAVEVARTYPE 0x0080
+#define DISP_E_ARRAYISLOCKED ((HRESULT)0x8002000DL)
+#define E_UNEXPECTED ((HRESULT)0x8000FFFFL)
+
+extern "C" {
+
+SAFEARRAY* WINAPI SafeArrayCreate(VARTYPE type, UINT dims, SAFEARRAYBOUND* bounds);
+SAFEARRAY* WINAPI SafeArrayCreateVector(VARTYPE type, LONG lowerBound, ULONG elements);
+HRESULT WINAPI SafeArrayAllocDescriptor(UINT dims, SAFEARRAY** out);
+HRESULT WINAPI SafeArrayAllocData(SAFEARRAY* array);
+HRESULT WINAPI SafeArrayDestroy(SAFEARRAY* array);
+HRESULT WINAPI SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type);
+UINT WINAPI SafeArrayGetElemsize(SAFEARRAY* array);
+UINT WINAPI SafeArrayGetDim(SAFEARRAY* array);
+HRESULT WINAPI SafeArrayGetLBound(SAFEARRAY* array, UINT dim, LONG* bound);
+HRESULT WINAPI SafeArrayGetUBound(SAFEARRAY* array, UINT dim, LONG* bound);
+HRESULT WINAPI SafeArrayRedim(SAFEARRAY* array, SAFEARRAYBOUND* bound);
+HRESULT WINAPI SafeArrayAccessData(SAFEARRAY* array, void** data);
+HRESULT WINAPI SafeArrayUnaccessData(SAFEARRAY* array);
+
+// SHLWAPI: the shell's path functions, on 8-bit text of MAX_PATH at most.
+BOOL WINAPI PathStripToRootA(LPSTR path);
+LPSTR WINAPI PathFindFileNameA(LPCSTR path);
+BOOL WINAPI PathRelativePathToA(LPSTR result, LPCSTR from, DWORD fromAttributes, LPCSTR to, DWORD toAttributes);
+LPSTR WINAPI PathCombineA(LPSTR result, LPCSTR folder, LPCSTR file);
+
+}  // extern "C"
+
+#define FILE_ATTRIBUTE_DIRECTORY 0x00000010
+#define FILE_ATTRIBUTE_NORMAL 0x00000080

@@ -16,4 +16,5 @@ source "$root/scripts/wine-env.sh"
 csk_wine_start
 trap csk_wine_stop EXIT
 echo "== win32 under Wine" && ctest --test-dir "$build/win32" --output-on-failure || status=1
+echo "== winsim against Wine on the path corpus" && bash "$root/tests/corpus/compare.sh" "$build" || status=1
 exit $status

@@ -330,13 +330,20 @@ const KnownDifference kKnown[] = {
          return native == "comb=1:\\" && wine.compare(0, 8, "comb=1:\\") == 0 && EndsWith(fields[1], "..");
      },
      "Wine reads past the end of its buffer"},
+    // The same through esGetAbsoluteFileName, which hands that answer on.
+    {"abs",
+     [](const std::vector<std::string>& fields, const std::string& native, const std::string& wine) {
+         return native == "abs=\\" && wine.compare(0, 5, "abs=\\") == 0 && EndsWith(fields[1], "..");
+     },
+     "Wine reads past the end of its buffer"},
     // PathRelativePathToA converts "to" into a buffer of MAX_PATH units; a
     // longer one fills it with no terminator, and the relative path then
     // runs on into whatever lies behind that buffer. The stand-in finds no
-    // relative path for a "to" of MAX_PATH characters or more.
+    // relative path for a "to" of MAX_PATH characters or more, so that
+    // esGetRelativeFileName answers with the file itself.
     {"rel",
      [](const std::vector<std::string>& fields, const std::string& native, const std::string&) {
-         return native == "rel=0:" && fields[1].size() >= MAX_PATH;
+         return fields[1].size() >= MAX_PATH && (native == "rel=0:" || native == "rel=" + fields[1]);
      },
      "Wine reads past the end of an unterminated buffer"},
 };

@@ -14,4 +14,14 @@ inline const VbFunction<HRESULT, BSTR, BSTR, VARIANT_BOOL, BSTR*> esBuildFileNam
 inline const VbFunction<HRESULT, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR, BSTR*> esBuildFileName2{
     "esBuildFileName2"};
 
+// Path parsing
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileRoot{"esGetFileRoot"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFilePath{"esGetFilePath"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL, BSTR*> esGetFileName{"esGetFileName"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileOnlyName{"esGetFileOnlyName"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileExtension{"esGetFileExtension"};
+inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esGetRelativeFileName{"esGetRelativeFileName"};
+inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esGetAbsoluteFileName{"esGetAbsoluteFileName"};
+inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esReplaceFileExtension{"esReplaceFileExtension"};
+
 }  // namespace vb

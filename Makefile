@@ -26,3 +26,10 @@ bench: deps
 
 clean:
 	rm -rf $(BUILD)
+
+# A long run of the fuzz target over the text exports, under the sanitizers.
+FUZZ_RUNS ?= 2000000
+.PHONY: fuzz
+fuzz: deps
+	@bash scripts/build.sh $(BUILD) $(JOBS) asan
+	@ASAN_OPTIONS=detect_leaks=1 $(BUILD)/asan/path_fuzz $(FUZZ_RUNS) $$(date +%s)

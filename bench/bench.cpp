@@ -79,6 +79,44 @@ void BenchTextToText(const char* name, const char* input) {
     SysFreeString(out);
 }
 
+// Path parsing: a typical path of 40 characters.
+void PathParsing() {
+    const char* path = "C:\\Program Files\\Corvane\\report-2026.txt";
+    BenchTextToText("esGetFileRoot", path);
+    BenchTextToText("esGetFilePath", path);
+    typedef HRESULT(WINAPI * TextFlagToText)(BSTR, VARIANT_BOOL, BSTR*);
+    if (auto f = Bind<TextFlagToText>("esGetFileName")) {
+        BSTR in = Make(path), out = nullptr;
+        f(in, VARIANT_TRUE, &out);
+        double ns = NanosecondsPerCall([&] { f(in, VARIANT_TRUE, &out); });
+        Report("esGetFileName", (std::to_string(SysStringLen(in)) + " chars").c_str(), ns, TextFloor(SysStringLen(out)));
+        SysFreeString(in), SysFreeString(out);
+    }
+    BenchTextToText("esGetFileOnlyName", path);
+    BenchTextToText("esGetFileExtension", path);
+    typedef HRESULT(WINAPI * TwoTextsToText)(BSTR, BSTR, BSTR*);
+    struct {
+        const char* name;
+        const char* a;
+        const char* b;
+        const char* what;
+    } pairs[] = {
+        {"esGetRelativeFileName", "C:\\Program Files\\Corvane\\Data\\report.txt", "C:\\Program Files\\Other",
+         "file + base"},
+        {"esGetAbsoluteFileName", "..\\Data\\report.txt", "C:\\Program Files\\Corvane", "file + base"},
+        {"esReplaceFileExtension", path, "log", "path + extension"},
+    };
+    for (const auto& pair : pairs) {
+        auto f = Bind<TwoTextsToText>(pair.name);
+        if (!f) continue;
+        BSTR a = Make(pair.a), b = Make(pair.b), out = nullptr;
+        f(a, b, &out);
+        double ns = NanosecondsPerCall([&] { f(a, b, &out); });
+        Report(pair.name, pair.what, ns, TextFloor(SysStringLen(out)));
+        SysFreeString(a), SysFreeString(b), SysFreeString(out);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -104,5 +142,6 @@ int main() {
         Report("esBuildFileName2", "4 of 9 elements", ns, TextFloor(SysStringLen(out)));
         SysFreeString(a), SysFreeString(b), SysFreeString(c), SysFreeString(d), SysFreeString(out);
     }
+    PathParsing();
     return 0;
 }

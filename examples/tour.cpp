@@ -72,6 +72,46 @@ void PathBuilding() {
     }
 }
 
+// One path taken apart, then a relative and an absolute path and a new
+// extension.
+void PathParsing() {
+    std::printf("\nPath parsing\n");
+    const char* path = "\\\\Server\\Share\\Reports\\2026\\nov.tar.gz:summary";
+    std::printf("  the path: \"%s\"\n", path);
+    ShowTextToText("esGetFileRoot", path);
+    ShowTextToText("esGetFilePath", path);
+    typedef HRESULT(WINAPI * TextFlagToText)(BSTR, VARIANT_BOOL, BSTR*);
+    if (auto f = Export<TextFlagToText>("esGetFileName")) {
+        for (VARIANT_BOOL withoutStream : {VARIANT_FALSE, VARIANT_TRUE}) {
+            BSTR out = nullptr;
+            f(Text(path).b, withoutStream, &out);
+            std::printf("  %-22s(path, %s) = %s\n", "esGetFileName", withoutStream ? "True" : "False",
+                        Show(out).c_str());
+            SysFreeString(out);
+        }
+    }
+    ShowTextToText("esGetFileOnlyName", path);
+    ShowTextToText("esGetFileExtension", path);
+    typedef HRESULT(WINAPI * TwoTextsToText)(BSTR, BSTR, BSTR*);
+    struct {
+        const char* name;
+        const char* a;
+        const char* b;
+    } pairs[] = {
+        {"esReplaceFileExtension", path, "bak"},
+        {"esGetRelativeFileName", "C:\\Data\\2026\\.\\nov.txt", "C:\\Data\\Archive"},
+        {"esGetAbsoluteFileName", "..\\2026\\nov.txt", "C:\\Data\\Archive"},
+    };
+    for (const auto& pair : pairs) {
+        auto f = Export<TwoTextsToText>(pair.name);
+        if (!f) continue;
+        BSTR out = nullptr;
+        f(Text(pair.a).b, Text(pair.b).b, &out);
+        std::printf("  %-22s(\"%s\", \"%s\") = %s\n", pair.name, pair.a, pair.b, Show(out).c_str());
+        SysFreeString(out);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -82,5 +122,6 @@ int main() {
     }
     std::printf("CorvaneSupportKit0100.dll loaded at %p\n\n", static_cast<void*>(library));
     PathBuilding();
+    PathParsing();
     return 0;
 }

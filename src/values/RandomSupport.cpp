@@ -126,11 +126,10 @@ LONG RNDINRANGE(double v, LONG low, LONG high) {
     CSK_ROUTINE("RNDINRANGE");
     int64_t span = static_cast<int32_t>(static_cast<uint32_t>(high) - static_cast<uint32_t>(low));
     int64_t word = static_cast<int64_t>(v * 4294967296.0);
-    int64_t units = span * word;                         // span * v, in 2^-32 units
-    int64_t whole = units >> 32;                         // floor
-    uint32_t fraction = static_cast<uint32_t>(units);   // what lies above the floor
+    int64_t units = span * word;                       // span * v, in 2^-32 units
+    int64_t whole = (units >> 32) + low;               // floor of span * v + low
+    uint32_t fraction = static_cast<uint32_t>(units);  // what lies above it
     if (fraction > 0x80000000u || (fraction == 0x80000000u && (whole & 1))) ++whole;
-    whole += low;
     if (whole < low) whole = low;
     if (whole > high) whole = high;
     return static_cast<LONG>(whole);

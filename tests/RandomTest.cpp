@@ -27,7 +27,7 @@ struct ReferenceTwister {
     uint32_t next() {
         int j = i + 1 == 624 ? 0 : i + 1, m = i + 397 >= 624 ? i + 397 - 624 : i + 397;
         uint32_t y = (mt[i] & 0x80000000u) | (mt[j] & 0x7FFFFFFFu);
-        mt[i] = mt[m] ^ (y >> 1) ^ (0u - (y & 1u) & 0x9908B0DFu);
+        mt[i] = mt[m] ^ (y >> 1) ^ ((0u - (y & 1u)) & 0x9908B0DFu);
         y = mt[i];
         i = j;
         y ^= y >> 11;

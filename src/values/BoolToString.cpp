@@ -10,10 +10,15 @@ uint8_t WR_ESSTRINGTOBOOL(std::string text) {
     static const char kBlanks[] = " \t\r\n";
     size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string::npos) return 0;
-    text.erase(text.find_last_not_of(kBlanks) + 1);
-    text.erase(0, first);
-    text = UCase(std::move(text));
-    return text == "TRUE" || text == "1" ? 1 : 0;
+    size_t length = text.find_last_not_of(kBlanks) + 1 - first;
+    // Upper-casing keeps the length, so only four or one characters can
+    // match; no locale maps another byte to "1".
+    if (length == 1) return text[first] == '1' ? 1 : 0;
+    if (length != 4) return 0;
+    static const char kTrue[] = "TRUE";
+    for (size_t i = 0; i < 4; ++i)
+        if (std::toupper(static_cast<unsigned char>(text[first + i])) != kTrue[i]) return 0;
+    return 1;
 }
 
 std::string WR_ESBOOLTOSTRING(uint8_t value) {

@@ -4,6 +4,7 @@
 // which is the least any text answer costs.
 #include <windows.h>
 #include <oleauto.h>
+#include <olectl.h>
 
 #include <cstdio>
 #include <string>
@@ -115,6 +116,78 @@ void PathParsing() {
         Report(pair.name, pair.what, ns, TextFloor(SysStringLen(out)));
         SysFreeString(a), SysFreeString(b), SysFreeString(out);
     }
+// Values: a representative export of each family. For a non-text export the
+// floor is an empty __stdcall function with the same arguments, called
+// through a pointer as the export is: the cost of the call itself.
+HRESULT WINAPI EmptyLongToLong(LONG, LONG*) { return S_OK; }
+HRESULT WINAPI EmptyFourLongs(LONG, LONG, LONG, LONG*) { return S_OK; }
+HRESULT WINAPI EmptyRnd(LONG, LONG, VARIANT_BOOL, LONG*) { return S_OK; }
+HRESULT WINAPI EmptyStringToBool(BSTR, VARIANT_BOOL*) { return S_OK; }
+
+void BenchValues() {
+    typedef HRESULT(WINAPI * LongToLong)(LONG, LONG*);
+    typedef HRESULT(WINAPI * ThreeLongs)(LONG, LONG, LONG, LONG*);
+    typedef HRESULT(WINAPI * GetRnd)(LONG, LONG, VARIANT_BOOL, LONG*);
+    typedef HRESULT(WINAPI * LongToText)(LONG, BSTR*);
+    typedef HRESULT(WINAPI * BoolToString)(VARIANT_BOOL, BSTR*);
+    typedef HRESULT(WINAPI * StringToBool)(BSTR, VARIANT_BOOL*);
+    typedef HRESULT(WINAPI * NewGuid)(BSTR*);
+    volatile LongToLong emptyLong = EmptyLongToLong;
+    volatile ThreeLongs emptyThree = EmptyFourLongs;
+    volatile GetRnd emptyRnd = EmptyRnd;
+    LONG answer = 0;
+    double longFloor = NanosecondsPerCall([&] { emptyLong(0x80000005, &answer); });
+    double threeFloor = NanosecondsPerCall([&] { emptyThree(1, 2, 3, &answer); });
+    if (auto f = Bind<ThreeLongs>("esRGB"))
+        Report("esRGB", "1, 2, 3 (floor: empty call)", NanosecondsPerCall([&] { f(1, 2, 3, &answer); }), threeFloor);
+    if (auto f = Bind<LongToLong>("esGetRedRGB")) {
+        // Most of it is the platform's translation; that is shown on its own line.
+        COLORREF translated;
+        double platform = NanosecondsPerCall([&] { OleTranslateColor(0x80000005, nullptr, &translated); });
+        Report("esGetRedRGB", "system colour (floor: empty call)",
+               NanosecondsPerCall([&] { f(static_cast<LONG>(0x80000005), &answer); }), longFloor);
+        Report("  OleTranslateColor", "the same, called directly", platform, longFloor);
+    }
+    if (auto f = Bind<LongToLong>("esSwapBytes4"))
+        Report("esSwapBytes4", "(floor: empty call)", NanosecondsPerCall([&] { f(0x11223344, &answer); }), longFloor);
+    BSTR out = nullptr;
+    if (auto f = Bind<LongToText>("esHex4"))
+        Report("esHex4", "8 digits", NanosecondsPerCall([&] { f(0x12AB34CD, &out); }), TextFloor(8));
+    if (auto f = Bind<LongToText>("esBin4"))
+        Report("esBin4", "32 digits", NanosecondsPerCall([&] { f(0x12AB34CD, &out); }), TextFloor(32));
+    if (auto f = Bind<BoolToString>("esBoolToString"))
+        Report("esBoolToString", "True", NanosecondsPerCall([&] { f(VARIANT_TRUE, &out); }), TextFloor(4));
+    if (auto f = Bind<StringToBool>("esStringToBool")) {
+        BSTR text = Make(" True\r\n");
+        VARIANT_BOOL flag = 0;
+        volatile StringToBool empty = EmptyStringToBool;
+        double floor = NanosecondsPerCall([&] { empty(text, &flag); });
+        Report("esStringToBool", "\" True\\r\\n\" (floor: empty call)", NanosecondsPerCall([&] { f(text, &flag); }),
+               floor);
+        SysFreeString(text);
+    }
+    if (auto f = Bind<GetRnd>("esGetRnd")) {
+        double floor = NanosecondsPerCall([&] { emptyRnd(1, 6, 0, &answer); });
+        Report("esGetRnd", "1..6 (floor: empty call)", NanosecondsPerCall([&] { f(1, 6, 0, &answer); }), floor);
+    }
+    if (auto f = Bind<NewGuid>("esGetNewGUID")) {
+        double floor = TextFloor(38);
+        Report("esGetNewGUID", "38 chars", NanosecondsPerCall([&] { f(&out); }), floor);
+        // ole32 is not linked into the bench: its two functions are found by name.
+        HMODULE ole32 = LoadLibraryA("ole32.dll");
+        auto create = reinterpret_cast<HRESULT(WINAPI*)(GUID*)>(
+            reinterpret_cast<void*>(GetProcAddress(ole32, "CoCreateGuid")));
+        auto format = reinterpret_cast<int(WINAPI*)(REFGUID, LPOLESTR, int)>(
+            reinterpret_cast<void*>(GetProcAddress(ole32, "StringFromGUID2")));
+        GUID guid;
+        WCHAR text[100];
+        double platform = NanosecondsPerCall([&] {
+            create(&guid);
+            format(guid, text, 100);
+        });
+        Report("  CoCreateGuid+StringFromGUID2", "called directly", platform, floor);
+    }
+    SysFreeString(out);
 }
 
 }  // namespace
@@ -143,5 +216,6 @@ int main() {
         SysFreeString(a), SysFreeString(b), SysFreeString(c), SysFreeString(d), SysFreeString(out);
     }
     PathParsing();
+    BenchValues();
     return 0;
 }

@@ -110,6 +110,55 @@ void PathParsing() {
         std::printf("  %-22s(\"%s\", \"%s\") = %s\n", pair.name, pair.a, pair.b, Show(out).c_str());
         SysFreeString(out);
     }
+typedef HRESULT(WINAPI* LongToLong)(LONG, LONG*);
+typedef HRESULT(WINAPI* ThreeLongs)(LONG, LONG, LONG, LONG*);
+typedef HRESULT(WINAPI* LongToText)(LONG, BSTR*);
+
+void Values() {
+    std::printf("\nColours, bits, random numbers and GUIDs\n");
+    LONG answer = 0;
+    if (auto f = Export<ThreeLongs>("esRGB")) {
+        HRESULT status = f(255, 128, 0, &answer);
+        std::printf("  %-22s(255, 128, 0) = &H%06lX, status %ld\n", "esRGB", answer, status);
+        status = f(256, 0, 0, &answer);
+        std::printf("  %-22s(256, 0, 0): status &H%08lX (out of range)\n", "esRGB", status);
+    }
+    if (auto f = Export<LongToLong>("esGetBlueRGB")) {
+        f(static_cast<LONG>(0x8000000D), &answer);
+        std::printf("  %-22s(&H8000000D, the highlight colour) = %ld\n", "esGetBlueRGB", answer);
+    }
+    if (auto f = Export<LongToLong>("esRGBtoD3DRGBA")) {
+        f(0x0080FF, &answer);
+        std::printf("  %-22s(&H0080FF) = &H%08lX\n", "esRGBtoD3DRGBA", answer);
+    }
+    if (auto f = Export<LongToLong>("esSwapBytes4")) {
+        f(0x11223344, &answer);
+        std::printf("  %-22s(&H11223344) = &H%08lX\n", "esSwapBytes4", answer);
+    }
+    BSTR out = nullptr;
+    if (auto f = Export<LongToText>("esHexEx4")) {
+        f(-2, &out);
+        std::printf("  %-22s(-2) = %s\n", "esHexEx4", Show(out).c_str());
+    }
+    if (auto f = Export<LongToText>("esBin2")) {
+        f(0x2A, &out);
+        std::printf("  %-22s(42) = %s\n", "esBin2", Show(out).c_str());
+    }
+    typedef HRESULT(WINAPI * GetRnd)(LONG, LONG, VARIANT_BOOL, LONG*);
+    if (auto f = Export<GetRnd>("esGetRnd")) {
+        std::printf("  %-22s(1, 6) ten times:", "esGetRnd");
+        for (int i = 0; i < 10; ++i) {
+            f(1, 6, VARIANT_FALSE, &answer);
+            std::printf(" %ld", answer);
+        }
+        std::printf("\n");
+    }
+    typedef HRESULT(WINAPI * NewGuid)(BSTR*);
+    if (auto f = Export<NewGuid>("esGetNewGUID")) {
+        HRESULT status = f(&out);
+        std::printf("  %-22s() = %s, status %ld\n", "esGetNewGUID", Show(out).c_str(), status);
+    }
+    SysFreeString(out);
 }
 
 }  // namespace
@@ -123,5 +172,6 @@ int main() {
     std::printf("CorvaneSupportKit0100.dll loaded at %p\n\n", static_cast<void*>(library));
     PathBuilding();
     PathParsing();
+    Values();
     return 0;
 }

@@ -23,5 +23,55 @@ inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileExtension{"esGetFileExten
 inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esGetRelativeFileName{"esGetRelativeFileName"};
 inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esGetAbsoluteFileName{"esGetAbsoluteFileName"};
 inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esReplaceFileExtension{"esReplaceFileExtension"};
+// Colours
+inline const VbFunction<HRESULT, LONG, LONG*> esGetRedRGB{"esGetRedRGB"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetGreenRGB{"esGetGreenRGB"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetBlueRGB{"esGetBlueRGB"};
+inline const VbFunction<HRESULT, LONG, LONG*> esPaletteRGB{"esPaletteRGB"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG*> esTranslateColor{"esTranslateColor"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG*> esGetSolidColor{"esGetSolidColor"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG, LONG*> esRGB{"esRGB"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG, LONG, LONG*> esD3DRGBA{"esD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG, LONG, LONG*> esD3DARGB{"esD3DARGB"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG, LONG*> esD3DXRGB{"esD3DXRGB"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetRedD3DRGBA{"esGetRedD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetGreenD3DRGBA{"esGetGreenD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetBlueD3DRGBA{"esGetBlueD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG*> esGetAlphaD3DRGBA{"esGetAlphaD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG*> esRGBtoD3DRGBA{"esRGBtoD3DRGBA"};
+inline const VbFunction<HRESULT, LONG, LONG*> esD3DRGBAtoRGB{"esD3DRGBAtoRGB"};
+
+// Bits, bytes and number text
+inline const VbFunction<HRESULT, BYTE, BYTE, SHORT*> esMakeWord{"esMakeWord"};
+inline const VbFunction<HRESULT, SHORT, SHORT, LONG*> esMakeLong{"esMakeLong"};
+inline const VbFunction<HRESULT, LONG, SHORT*> esHiWord{"esHiWord"};
+inline const VbFunction<HRESULT, LONG, SHORT*> esLoWord{"esLoWord"};
+inline const VbFunction<HRESULT, SHORT, BYTE*> esHiByte{"esHiByte"};
+inline const VbFunction<HRESULT, SHORT, BYTE*> esLoByte{"esLoByte"};
+inline const VbFunction<HRESULT, BYTE, LONG, BYTE*> esShiftLeft1{"esShiftLeft1"};
+inline const VbFunction<HRESULT, SHORT, LONG, SHORT*> esShiftLeft2{"esShiftLeft2"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG*> esShiftLeft4{"esShiftLeft4"};
+inline const VbFunction<HRESULT, BYTE, LONG, BYTE*> esShiftRight1{"esShiftRight1"};
+inline const VbFunction<HRESULT, SHORT, LONG, SHORT*> esShiftRight2{"esShiftRight2"};
+inline const VbFunction<HRESULT, LONG, LONG, LONG*> esShiftRight4{"esShiftRight4"};
+inline const VbFunction<HRESULT, SHORT, SHORT*> esSwapBytes2{"esSwapBytes2"};
+inline const VbFunction<HRESULT, LONG, LONG*> esSwapBytes4{"esSwapBytes4"};
+inline const VbFunction<HRESULT, BYTE, BSTR*> esHex1{"esHex1"};
+inline const VbFunction<HRESULT, SHORT, BSTR*> esHex2{"esHex2"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esHex4{"esHex4"};
+inline const VbFunction<HRESULT, BYTE, BSTR*> esHexEx1{"esHexEx1"};
+inline const VbFunction<HRESULT, SHORT, BSTR*> esHexEx2{"esHexEx2"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esHexEx4{"esHexEx4"};
+inline const VbFunction<HRESULT, BYTE, BSTR*> esBin1{"esBin1"};
+inline const VbFunction<HRESULT, SHORT, BSTR*> esBin2{"esBin2"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esBin4{"esBin4"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL*> esStringToBool{"esStringToBool"};
+inline const VbFunction<HRESULT, VARIANT_BOOL, BSTR*> esBoolToString{"esBoolToString"};
+
+// Random numbers and GUIDs
+inline const VbFunction<HRESULT, VARIANT_BOOL> esRandomize{"esRandomize"};
+inline const VbFunction<HRESULT, VARIANT_BOOL, double*> esRnd{"esRnd"};
+inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL, LONG*> esGetRnd{"esGetRnd"};
+inline const VbFunction<HRESULT, BSTR*> esGetNewGUID{"esGetNewGUID"};
 
 }  // namespace vb

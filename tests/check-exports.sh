@@ -17,7 +17,7 @@ dups=$(echo "$def_names" | sort | uniq -d)
 [ -z "$dups" ] || fail "exported twice in the .def: $dups"
 for name in $def_names; do
   case "$name" in *@*|_*) fail "decorated name in the .def: $name" ;; esac
-  echo "$list_names" | grep -qx "$name" || fail "not on the list of exports: $name"
+  grep -qx "$name" <<<"$list_names" || fail "not on the list of exports: $name"
 done
 
 case "$binary" in

@@ -160,3 +160,63 @@ LPSTR WINAPI PathCombineA(LPSTR result, LPCSTR folder, LPCSTR file);
 
 #define FILE_ATTRIBUTE_DIRECTORY 0x00000010
 #define FILE_ATTRIBUTE_NORMAL 0x00000080
+// ---- Colours, counters, the cryptographic provider and GUIDs ----
+
+typedef DWORD COLORREF;
+typedef DWORD OLE_COLOR;
+typedef struct HPALETTE__* HPALETTE;
+typedef uintptr_t HCRYPTPROV;
+
+typedef union _LARGE_INTEGER {
+    struct {
+        DWORD LowPart;
+        LONG HighPart;
+    } u;
+    LONGLONG QuadPart;
+} LARGE_INTEGER;
+
+typedef struct _GUID {
+    DWORD Data1;
+    WORD Data2;
+    WORD Data3;
+    BYTE Data4[8];
+} GUID;
+typedef const GUID& REFGUID;
+typedef OLECHAR* LPOLESTR;
+
+#define CLR_INVALID 0xFFFFFFFFu
+#define COLOR_WINDOW 5
+#define COLOR_WINDOWTEXT 8
+#define COLOR_HIGHLIGHT 13
+#define COLOR_MENUBAR 30
+#define PROV_RSA_FULL 1
+#define NTE_BAD_KEYSET ((DWORD)0x80090016L)
+
+extern "C" {
+
+// OLEAUT32: an OLE_COLOR to a COLORREF (0 on success, E_INVALIDARG).
+HRESULT WINAPI OleTranslateColor(OLE_COLOR color, HPALETTE palette, COLORREF* result);
+
+// USER32 / GDI32: the system colours and the screen's device context.
+DWORD WINAPI GetSysColor(int index);
+HWND WINAPI GetDesktopWindow(void);
+HDC WINAPI GetDC(HWND window);
+int WINAPI ReleaseDC(HWND window, HDC dc);
+COLORREF WINAPI GetNearestColor(HDC dc, COLORREF color);
+
+// KERNEL32: counters.
+BOOL WINAPI QueryPerformanceCounter(LARGE_INTEGER* counter);
+BOOL WINAPI QueryPerformanceFrequency(LARGE_INTEGER* frequency);
+DWORD WINAPI GetTickCount(void);
+
+// ADVAPI32: the cryptographic provider's random bytes.
+BOOL WINAPI CryptAcquireContextA(HCRYPTPROV* provider, LPCSTR container, LPCSTR providerName, DWORD type,
+                                 DWORD flags);
+BOOL WINAPI CryptGenRandom(HCRYPTPROV provider, DWORD length, BYTE* buffer);
+BOOL WINAPI CryptReleaseContext(HCRYPTPROV provider, DWORD flags);
+
+// OLE32: GUIDs.
+HRESULT WINAPI CoCreateGuid(GUID* guid);
+int WINAPI StringFromGUID2(REFGUID guid, LPOLESTR buffer, int size);
+
+}  // extern "C"

@@ -7,6 +7,7 @@
 #include <oleauto.h>
 #include <shlwapi.h>
 #include <float.h>
+#include <olectl.h>
 #else
 #include "winsim.h"
 #endif

@@ -15,7 +15,8 @@ static std::string fillPicture(PictureFiller filler, DWORD flags, const SYSTEMTI
     if (count == 0) return std::string();
     std::string buffer(static_cast<size_t>(count) + 4, '\0');
     if (filler(LOCALE_USER_DEFAULT, flags, &moment, nullptr, &buffer[0], count + 2) == 0) return std::string();
-    return TRIMNULLBUFFER(buffer);
+    TRIMNULLBUFFER(buffer);
+    return buffer;  // moved out, not copied
 }
 
 std::string WR_ESFORMATDATE(SYSTEMTIME date, uint8_t longForm, uint8_t noUserOverride) {

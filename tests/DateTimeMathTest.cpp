@@ -63,7 +63,7 @@ long IndexOf(int y, int m, int d) {
     return n + d - 1;
 }
 
-SYSTEMTIME FromIndex(long index, int minuteOfDay, int second, int ms) {
+SYSTEMTIME FromIndex(long long index, int minuteOfDay, int second, int ms) {
     int y = 1601, m = 1;
     while (index >= (IsLeap(y) ? 366 : 365)) index -= IsLeap(y) ? 366 : 365, ++y;
     while (index >= MonthLength(y, m)) index -= MonthLength(y, m), ++m;
@@ -73,7 +73,7 @@ SYSTEMTIME FromIndex(long index, int minuteOfDay, int second, int ms) {
 
 // The record moved by a number of minutes, with its true day of week.
 SYSTEMTIME Shifted(const SYSTEMTIME& t, int minutes) {
-    long total = IndexOf(t.wYear, t.wMonth, t.wDay) * 1440 + t.wHour * 60 + t.wMinute + minutes;
+    long long total = IndexOf(t.wYear, t.wMonth, t.wDay) * 1440LL + t.wHour * 60 + t.wMinute + minutes;
     return FromIndex(total / 1440, static_cast<int>(total % 1440), t.wSecond, t.wMilliseconds);
 }
 
@@ -422,11 +422,11 @@ TEST_F(DateTimeZone, RefusedRecordsLeaveTheAnswerAlone) {
 TEST_F(DateTimeZone, AutomationDatesBetweenUtcAndLocal) {
     // Seconds since 30 December 1899, on both sides of it.
     const long long moments[] = {
-        (IndexOf(2024, 10, 14) - kDateEpoch) * 86400 + 72000,  // 20:00
-        (IndexOf(2000, 7, 26) - kDateEpoch) * 86400 + 86399,
+        (IndexOf(2024, 10, 14) - kDateEpoch) * 86400LL + 72000,  // 20:00
+        (IndexOf(2000, 7, 26) - kDateEpoch) * 86400LL + 86399,
         -86400 + 6 * 3600,  // 29 December 1899 06:00, which is -1.25
         -2 * 86400 - 3600,  // 27 December 1899 23:00
-        (IndexOf(1700, 3, 1) - kDateEpoch) * 86400 + 1,
+        (IndexOf(1700, 3, 1) - kDateEpoch) * 86400LL + 1,
     };
     for (long long seconds : moments) {
         double utc = AutomationDate(seconds), expected = AutomationDate(seconds + zone_ * 60LL);

@@ -116,6 +116,8 @@ void PathParsing() {
         Report(pair.name, pair.what, ns, TextFloor(SysStringLen(out)));
         SysFreeString(a), SysFreeString(b), SysFreeString(out);
     }
+}
+
 // Values: a representative export of each family. For a non-text export the
 // floor is an empty __stdcall function with the same arguments, called
 // through a pointer as the export is: the cost of the call itself.
@@ -190,6 +192,44 @@ void BenchValues() {
     SysFreeString(out);
 }
 
+typedef HRESULT(WINAPI* DayNumber)(SYSTEMTIME*, LONG*);
+typedef HRESULT(WINAPI* RecordText)(SYSTEMTIME*, VARIANT_BOOL, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* RomanText)(LONG, BSTR*);
+
+// Dates and formats: a value answer against a plain call of the platform's
+// calendar, and two text answers against their SysReAllocString floors.
+void BenchDatesAndFormats() {
+    SYSTEMTIME date = {2024, 10, 1, 14, 15, 7, 9, 0};
+    if (auto f = Bind<DayNumber>("esGetDayNumEx")) {
+        LONG day = 0;
+        FILETIME t;
+        double floor = NanosecondsPerCall([&] { SystemTimeToFileTime(&date, &t); });
+        double ns = NanosecondsPerCall([&] { f(&date, &day); });
+        Report("esGetDayNumEx", "14 Oct 2024 (SystemTimeToFileTime)", ns, floor);
+    }
+    if (auto f = Bind<RecordText>("esFormatDate")) {
+        BSTR out = nullptr;
+        f(&date, VARIANT_TRUE, VARIANT_FALSE, &out);
+        double ns = NanosecondsPerCall([&] { f(&date, VARIANT_TRUE, VARIANT_FALSE, &out); });
+        Report("esFormatDate", "long form", ns, TextFloor(SysStringLen(out)));
+        // The two passes of the platform alone, for comparison.
+        char text[128];
+        double platform = NanosecondsPerCall([&] {
+            GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, &date, nullptr, nullptr, 0);
+            GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, &date, nullptr, text, sizeof text);
+        });
+        Report("  GetDateFormatA x2", "long form, the platform's share", platform, TextFloor(SysStringLen(out)));
+        SysFreeString(out);
+    }
+    if (auto f = Bind<RomanText>("esFormatRoman")) {
+        BSTR out = nullptr;
+        f(1994, &out);
+        double ns = NanosecondsPerCall([&] { f(1994, &out); });
+        Report("esFormatRoman", "1994", ns, TextFloor(SysStringLen(out)));
+        SysFreeString(out);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -217,5 +257,6 @@ int main() {
     }
     PathParsing();
     BenchValues();
+    BenchDatesAndFormats();
     return 0;
 }

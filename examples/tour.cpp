@@ -110,6 +110,8 @@ void PathParsing() {
         std::printf("  %-22s(\"%s\", \"%s\") = %s\n", pair.name, pair.a, pair.b, Show(out).c_str());
         SysFreeString(out);
     }
+}
+
 typedef HRESULT(WINAPI* LongToLong)(LONG, LONG*);
 typedef HRESULT(WINAPI* ThreeLongs)(LONG, LONG, LONG, LONG*);
 typedef HRESULT(WINAPI* LongToText)(LONG, BSTR*);
@@ -161,6 +163,48 @@ void Values() {
     SysFreeString(out);
 }
 
+typedef HRESULT(WINAPI* DayNumToday)(LONG*);
+typedef HRESULT(WINAPI* DateNow)(double*);
+typedef HRESULT(WINAPI* DateToLocal)(double, double*, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* FormatDate2)(double, VARIANT_BOOL, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* FormatRoman)(LONG, BSTR*);
+
+void DatesAndFormats() {
+    std::printf("\nDates, times and Roman numerals\n");
+    if (auto f = Export<DayNumToday>("esGetDayNum")) {
+        LONG day = 0;
+        HRESULT status = f(&day);
+        std::printf("  %-24s = day %ld since 27 July 2000 (day 1), status %ld\n", "esGetDayNum", day, status);
+    }
+    double utc = 0, local = 0;
+    VARIANT_BOOL done = 0;
+    auto now = Export<DateNow>("esSysNow");
+    auto toLocal = Export<DateToLocal>("esSystemTimeToLocalTime");
+    auto formatDate = Export<FormatDate2>("esFormatDate2");
+    auto formatTime = Export<FormatDate2>("esFormatTime2");
+    if (!now || !toLocal || !formatDate || !formatTime) return;
+    now(&utc);
+    toLocal(utc, &local, &done);
+    BSTR text = nullptr;
+    formatTime(utc, VARIANT_FALSE, VARIANT_FALSE, &text);
+    std::printf("  %-24s = %.6f, %s UTC\n", "esSysNow", utc, Show(text).c_str());
+    formatTime(local, VARIANT_FALSE, VARIANT_FALSE, &text);
+    std::printf("  %-24s = %.6f, %s local (converted: %d)\n", "esSystemTimeToLocalTime", local, Show(text).c_str(),
+                done);
+    formatDate(local, VARIANT_TRUE, VARIANT_FALSE, &text);
+    std::printf("  %-24s = %s, the locale's long form\n", "esFormatDate2", Show(text).c_str());
+    SysFreeString(text);
+    if (auto f = Export<FormatRoman>("esFormatRoman")) {
+        SYSTEMTIME today;
+        GetLocalTime(&today);
+        BSTR roman = nullptr;
+        f(today.wYear, &roman);
+        std::printf("  %-24s = %s\n", ("esFormatRoman(" + std::to_string(today.wYear) + ")").c_str(),
+                    Show(roman).c_str());
+        SysFreeString(roman);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -173,5 +217,6 @@ int main() {
     PathBuilding();
     PathParsing();
     Values();
+    DatesAndFormats();
     return 0;
 }

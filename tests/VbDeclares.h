@@ -73,5 +73,25 @@ inline const VbFunction<HRESULT, VARIANT_BOOL> esRandomize{"esRandomize"};
 inline const VbFunction<HRESULT, VARIANT_BOOL, double*> esRnd{"esRnd"};
 inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL, LONG*> esGetRnd{"esGetRnd"};
 inline const VbFunction<HRESULT, BSTR*> esGetNewGUID{"esGetNewGUID"};
+// Dates
+inline const VbFunction<HRESULT, SYSTEMTIME*, SYSTEMTIME*, LONG*> esCompareSystemTime{"esCompareSystemTime"};
+inline const VbFunction<HRESULT, SYSTEMTIME*, SYSTEMTIME*, LONG*> esCompareSystemTimeEx{"esCompareSystemTimeEx"};
+inline const VbFunction<HRESULT, SYSTEMTIME*, LONG*> esGetDayNumEx{"esGetDayNumEx"};
+inline const VbFunction<HRESULT, double, LONG*> esGetDayNumEx2{"esGetDayNumEx2"};
+inline const VbFunction<HRESULT, LONG*> esGetDayNum{"esGetDayNum"};
+inline const VbFunction<HRESULT, SYSTEMTIME*, SYSTEMTIME*, VARIANT_BOOL*> esSystemTimeToLocalSystemTime{
+    "esSystemTimeToLocalSystemTime"};
+inline const VbFunction<HRESULT, SYSTEMTIME*, SYSTEMTIME*, VARIANT_BOOL*> esLocalSystemTimeToSystemTime{
+    "esLocalSystemTimeToSystemTime"};
+inline const VbFunction<HRESULT, double, double*, VARIANT_BOOL*> esSystemTimeToLocalTime{"esSystemTimeToLocalTime"};
+inline const VbFunction<HRESULT, double, double*, VARIANT_BOOL*> esLocalTimeToSystemTime{"esLocalTimeToSystemTime"};
+inline const VbFunction<HRESULT, double*> esSysNow{"esSysNow"};
+
+// Date, time and Roman formats
+inline const VbFunction<HRESULT, SYSTEMTIME*, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esFormatDate{"esFormatDate"};
+inline const VbFunction<HRESULT, SYSTEMTIME*, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esFormatTime{"esFormatTime"};
+inline const VbFunction<HRESULT, double, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esFormatDate2{"esFormatDate2"};
+inline const VbFunction<HRESULT, double, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esFormatTime2{"esFormatTime2"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esFormatRoman{"esFormatRoman"};
 
 }  // namespace vb

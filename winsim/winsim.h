@@ -220,3 +220,65 @@ HRESULT WINAPI CoCreateGuid(GUID* guid);
 int WINAPI StringFromGUID2(REFGUID guid, LPOLESTR buffer, int size);
 
 }  // extern "C"
+
+// ---- Dates, times and the locale's date and time pictures ----
+typedef struct _SYSTEMTIME {
+    WORD wYear;
+    WORD wMonth;
+    WORD wDayOfWeek;
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+} SYSTEMTIME, *PSYSTEMTIME, *LPSYSTEMTIME;
+
+typedef struct _FILETIME {
+    DWORD dwLowDateTime;
+    DWORD dwHighDateTime;
+} FILETIME, *PFILETIME, *LPFILETIME;
+
+typedef double DATE;
+typedef DWORD LCID;
+typedef DWORD LCTYPE;
+
+#define LOCALE_USER_DEFAULT 0x0400
+#define LOCALE_SYSTEM_DEFAULT 0x0800
+#define LOCALE_NOUSEROVERRIDE 0x80000000u
+#define LOCALE_SSHORTDATE 0x0000001F
+#define LOCALE_SLONGDATE 0x00000020
+#define LOCALE_STIMEFORMAT 0x00001003
+#define DATE_SHORTDATE 0x00000001
+#define DATE_LONGDATE 0x00000002
+#define TIME_NOMINUTESORSECONDS 0x00000001
+#define TIME_NOSECONDS 0x00000002
+#define TIME_NOTIMEMARKER 0x00000004
+#define TIME_FORCE24HOURFORMAT 0x00000008
+
+extern "C" {
+
+// KERNEL32: the calendar of FILETIME (100 ns since 1 January 1601, UTC)
+// and local time under the zone in force.
+BOOL WINAPI SystemTimeToFileTime(const SYSTEMTIME* systemTime, LPFILETIME fileTime);
+BOOL WINAPI FileTimeToSystemTime(const FILETIME* fileTime, LPSYSTEMTIME systemTime);
+BOOL WINAPI FileTimeToLocalFileTime(const FILETIME* fileTime, LPFILETIME localFileTime);
+BOOL WINAPI LocalFileTimeToFileTime(const FILETIME* localFileTime, LPFILETIME fileTime);
+LONG WINAPI CompareFileTime(const FILETIME* first, const FILETIME* second);
+void WINAPI GetSystemTime(LPSYSTEMTIME systemTime);
+void WINAPI GetLocalTime(LPSYSTEMTIME systemTime);
+
+// OLEAUT32: the automation date (days since 30 December 1899).
+INT WINAPI SystemTimeToVariantTime(LPSYSTEMTIME systemTime, DATE* variantTime);
+INT WINAPI VariantTimeToSystemTime(DATE variantTime, LPSYSTEMTIME systemTime);
+
+// KERNEL32: one locale, English (United States), with the user's own
+// pictures that SetLocaleInfoA stores.
+LCID WINAPI GetUserDefaultLCID(void);
+int WINAPI GetLocaleInfoA(LCID locale, LCTYPE type, LPSTR data, int size);
+BOOL WINAPI SetLocaleInfoA(LCID locale, LCTYPE type, LPCSTR data);
+int WINAPI GetDateFormatA(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCSTR picture, LPSTR buffer,
+                          int size);
+int WINAPI GetTimeFormatA(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCSTR picture, LPSTR buffer,
+                          int size);
+
+}  // extern "C"

@@ -20,3 +20,14 @@ void reset();
 bool refuse(const char* function);
 
 }  // namespace winsim
+
+namespace winsim {
+
+// The zone that local time follows: minutes that local time is ahead of
+// UTC (330 for UTC+5:30), without daylight saving. 0 until set.
+void setTimeZone(int minutesAheadOfUtc);
+
+// Stops the clock at a FILETIME count (UTC); 0 lets it run again.
+void setClock(unsigned long long fileTime);
+
+}  // namespace winsim

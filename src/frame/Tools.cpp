@@ -58,14 +58,17 @@ static std::string convertWithoutPlatform(BSTR text) {
 // ANSI code page and under every locale the C library can be set to; for
 // it the conversions below are skipped, with the same result.
 static bool narrowIfAscii(BSTR text, UINT length, std::string& out) {
-    UINT i = 0;
-    for (; i < length && text[i]; ++i)
-        if (text[i] >= 0x80) return false;
     // One byte of room more than the text: the commonest change a worker
     // makes to its input, a closing backslash, then needs no new allocation.
-    out.reserve(i + 1);
+    out.reserve(static_cast<size_t>(length) + 1);
+    out.resize(length);
+    char* bytes = &out[0];
+    UINT i = 0;
+    for (; i < length && text[i]; ++i) {
+        if (text[i] >= 0x80) return false;
+        bytes[i] = static_cast<char>(text[i]);
+    }
     out.resize(i);
-    for (UINT j = 0; j < i; ++j) out[j] = static_cast<char>(text[j]);
     return true;
 }
 

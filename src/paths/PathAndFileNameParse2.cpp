@@ -60,14 +60,16 @@ long countingDot(const std::string& name) {
 
 void SPLITALTSTREAM(std::string& path, std::string& stream) {
     CSK_ROUTINE("SPLITALTSTREAM");
-    long start = Mid(path, 2, 2) == ":\\" ? 3 : 1;
-    long p = Instr(start, path, ":");
-    if (p == 0) {
+    // The colon of "X:\" at the head of a path is a drive's, every other
+    // colon starts a stream.
+    size_t start = path.size() >= 3 && path.compare(1, 2, ":\\") == 0 ? 2 : 0;
+    size_t colon = path.find(':', start);
+    if (colon == std::string::npos) {
         stream.clear();
         return;
     }
-    stream.assign(path, static_cast<size_t>(p - 1), std::string::npos);
-    path.resize(static_cast<size_t>(p - 1));
+    stream.assign(path, colon, std::string::npos);
+    path.resize(colon);
 }
 
 std::string WR_ESGETFILEROOT(std::string path) {
@@ -162,7 +164,9 @@ std::string WR_ESREPLACEFILEEXTENSION(std::string path, std::string extension) {
     if (!extension.empty()) (name += '.') += extension;
     name += stream;
     path = WR_ESREMOVEBACKSLASH(std::move(path));
-    path = Left(path, static_cast<long>(path.size()) - oldLength);
+    // The path keeps what stands before the old name, as Left would, in place.
+    long keep = static_cast<long>(path.size()) - oldLength;
+    path.resize(keep > 0 ? static_cast<size_t>(keep) : 0);
     return path += name;
 }
 

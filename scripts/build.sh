@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Configures (once) and builds the named builds under BUILD:
-#   native  32-bit Linux against winsim
+#   native  x86-64 Linux against winsim
 #   asan    the same under AddressSanitizer and UndefinedBehaviorSanitizer
 #   win32   the product, CorvaneSupportKit0100.dll, with its tests, tour and bench
 # Usage: build.sh BUILD JOBS KIND...
@@ -11,8 +11,8 @@ shift 2
 for kind in "$@"; do
   dir="$build/$kind"
   case "$kind" in
-    native) args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/linux32.cmake") ;;
-    asan) args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/linux32.cmake" -DCSK_SANITIZE=ON) ;;
+    native) args=() ;;
+    asan) args=(-DCSK_SANITIZE=ON) ;;
     win32) args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw32.cmake") ;;
     *) echo "build.sh: unknown build $kind" >&2; exit 2 ;;
   esac

@@ -1,6 +1,7 @@
 // Colour numbers: packing and unpacking the COLORREF and Direct3D layouts,
 // OLE_COLOR translation and the nearest solid colour, through the exports.
 #include "VbDeclares.h"
+#include "Tools.h"
 #ifdef CSK_WINSIM
 #include "winsim_control.h"
 #endif
@@ -137,7 +138,7 @@ TEST(Colors, SolidColor) {
     // The caller's own context is used and stays the caller's.
     HDC own = GetDC(nullptr);
     ASSERT_NE(nullptr, own);
-    EXPECT_EQ(S_OK, vb::esGetSolidColor(0x112233, static_cast<LONG>(reinterpret_cast<uintptr_t>(own)), &answer));
+    EXPECT_EQ(S_OK, vb::esGetSolidColor(0x112233, LONGFROMHANDLE(own), &answer));
     EXPECT_EQ(0x112233, answer);
     EXPECT_EQ(1, ReleaseDC(nullptr, own));
     // A context that is none: GetNearestColor's CLR_INVALID is stored, status 0.

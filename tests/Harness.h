@@ -17,22 +17,26 @@
 // through dlopen/dlsym). A missing name fails the test that asked.
 void* CskProc(const char* name);
 
+#if defined(__i386__)
 // Pushes count 32-bit argument slots (args[0] ends up nearest the return
 // address, as a caller pushes right to left), calls function, and stores in
 // *espDelta how far the stack pointer after the call is from where it was
 // before the pushes: 0 for a __stdcall callee that removed exactly them.
 extern "C" uint32_t CallChecked(const void* function, const uint32_t* args, uint32_t count, int32_t* espDelta)
     __asm__("csk_call_checked");
+#endif
 
-// An export as the caller declares it. Each argument takes the 32-bit slots
-// a caller pushes for it (a Double two, an Integer or Boolean one), and each
-// call checks that the callee removed exactly those, so a wrong calling
-// convention or argument list fails the test.
+// An export as the caller declares it. In the DLL each argument takes the
+// 32-bit slots a caller pushes for it (a Double two, an Integer or Boolean
+// one), and each call checks that the callee removed exactly those, so a
+// wrong calling convention or argument list fails the test. x86-64 has one
+// calling convention; there the declared types decide how each travels.
 template <class R, class... A>
 struct VbFunction {
     const char* name;
 
     R operator()(A... args) const {
+#if defined(__i386__)
         uint32_t slots[2 * sizeof...(A) + 1];
         uint32_t count = 0;
         (Push(slots, count, args), ...);
@@ -40,8 +44,12 @@ struct VbFunction {
         uint32_t result = CallChecked(CskProc(name), slots, count, &espDelta);
         EXPECT_EQ(0, espDelta) << name << " did not remove exactly its " << 4 * count << " bytes of arguments";
         if constexpr (!std::is_void<R>::value) return static_cast<R>(result);
+#else
+        return reinterpret_cast<R (*)(A...)>(CskProc(name))(args...);
+#endif
     }
 
+#if defined(__i386__)
   private:
     template <class T>
     static void Push(uint32_t* slots, uint32_t& count, T value) {
@@ -50,6 +58,7 @@ struct VbFunction {
         std::memcpy(words, &value, sizeof value);
         for (size_t i = 0; i < (sizeof(T) + 3) / 4; ++i) slots[count++] = words[i];
     }
+#endif
 };
 
 // A BSTR owned by the test: null by default, or made from UTF-8 text, or

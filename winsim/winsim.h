@@ -1,6 +1,8 @@
 // winsim: a small stand-in for exactly the Win32 functions that the library
-// calls, so that the same sources build for 32-bit Linux (-m32, the same
-// __stdcall ABI) and run under the sanitizers and fuzzers.
+// calls, so that the same sources build natively for x86-64 Linux and run
+// under the sanitizers and fuzzers. The Win32 types keep their Windows
+// widths: LONG, DWORD, BOOL and HRESULT are 32-bit, handles and the *_PTR
+// types pointer-sized. x86-64 has one calling convention, so WINAPI is empty.
 //
 // Each function follows the contract the library relies on; where a test
 // must see a refusal or an odd answer, winsim_control.h lets it ask for one.
@@ -10,8 +12,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#define WINAPI __attribute__((stdcall))
-#define __stdcall __attribute__((stdcall))
+#define WINAPI
+#define __stdcall
 #define CALLBACK WINAPI
 
 typedef int BOOL;
@@ -20,8 +22,8 @@ typedef unsigned int UINT;
 typedef unsigned char BYTE;
 typedef uint16_t WORD;
 typedef uint32_t DWORD;
-typedef long LONG;
-typedef unsigned long ULONG;
+typedef int32_t LONG;
+typedef uint32_t ULONG;
 typedef int64_t LONGLONG;
 typedef uint64_t ULONGLONG;
 typedef LONG HRESULT;

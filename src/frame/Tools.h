@@ -48,6 +48,20 @@ enum : int {
 inline uint8_t FLAG(VARIANT_BOOL value) { return value != 0 ? 1 : 0; }
 inline VARIANT_BOOL VBBOOL(bool value) { return value ? VARIANT_TRUE : VARIANT_FALSE; }
 
+// Window, module, palette and device-context handles cross the boundary in
+// a caller's 32-bit Long, the width they have in the product. These two are
+// the one place that widens and narrows them, for the native 64-bit build:
+// sign extension, as 64-bit Windows itself widens a handle (the stand-in
+// platform hands out handles that fit in 32 bits).
+template <class Handle>
+inline Handle HANDLEFROMLONG(LONG value) {
+    return reinterpret_cast<Handle>(static_cast<intptr_t>(value));
+}
+template <class Handle>
+inline LONG LONGFROMHANDLE(Handle handle) {
+    return static_cast<LONG>(reinterpret_cast<intptr_t>(handle));
+}
+
 // The caller's text as a working string, cut at the first NUL; null and
 // empty give the empty string.
 std::string BSTRTOSTRING(BSTR text);

@@ -58,7 +58,7 @@ CSK_EXPORT HRESULT WINAPI esPaletteRGB(LONG color, LONG* answer) {
 CSK_EXPORT HRESULT WINAPI esTranslateColor(LONG color, LONG palette, LONG* answer) {
     return ValueExport(kModule, "ESTRANSLATECOLOR", answer, [&] {
         COLORREF translated;
-        HPALETTE handle = reinterpret_cast<HPALETTE>(static_cast<uintptr_t>(static_cast<ULONG>(palette)));
+        HPALETTE handle = HANDLEFROMLONG<HPALETTE>(palette);
         HRESULT status = OleTranslateColor(static_cast<OLE_COLOR>(color), handle, &translated);
         if (status == S_OK) *answer = static_cast<LONG>(translated);
         return status;
@@ -73,7 +73,7 @@ CSK_EXPORT HRESULT WINAPI esGetSolidColor(LONG color, LONG deviceContext, LONG* 
         COLORREF translated;
         if (!translate(color, translated)) return E_INVALIDARG;
         if (deviceContext != 0) {
-            HDC dc = reinterpret_cast<HDC>(static_cast<uintptr_t>(static_cast<ULONG>(deviceContext)));
+            HDC dc = HANDLEFROMLONG<HDC>(deviceContext);
             *answer = static_cast<LONG>(GetNearestColor(dc, translated));
             return S_OK;
         }

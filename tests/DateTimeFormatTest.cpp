@@ -1,275 +1,120 @@
 // Date and time text in the user's locale, and Roman numerals, through the
 // exports. The date and time text must be the platform's own picture: the
-// Win32 build runs these tests again under two host locales (LANG), and
-// under the user's own pictures with and without LOCALE_NOUSEROVERRIDE.
+// Win32 build runs these tests again under two host locales (LANG).
 #include <cstdlib>
-#include <cstring>
 
 #include "VbDeclares.h"
 
 namespace {
 
-SYSTEMTIME St(int y, int m, int d, int h = 0, int mi = 0, int s = 0) {
-    SYSTEMTIME t = {static_cast<WORD>(y), static_cast<WORD>(m), 0, static_cast<WORD>(d),
-                    static_cast<WORD>(h), static_cast<WORD>(mi), static_cast<WORD>(s), 0};
-    return t;
-}
+const SYSTEMTIME kMoment = {2024, 10, 1, 14, 15, 7, 9, 0};  // Monday 14 October 2024, 15:07:09
 
-// 14 October 2024, 15:07:09, both as a record and as an automation date.
-const SYSTEMTIME kMoment = St(2024, 10, 14, 15, 7, 9);
-const double kMomentDate = 45579.0 + (15 * 3600 + 7 * 60 + 9) / 86400.0;
-
-// The ANSI text widened the way the platform does; kNull when it failed.
-std::string Widened(const char* ansi, int length) {
-    if (length == 0) return kNull;
-    int n = MultiByteToWideChar(CP_ACP, 0, ansi, -1, nullptr, 0);
-    std::u16string wide(static_cast<size_t>(n), u'\0');
-    MultiByteToWideChar(CP_ACP, 0, ansi, -1, reinterpret_cast<LPWSTR>(&wide[0]), n);
-    wide.resize(static_cast<size_t>(n) - 1);
+// What the platform itself writes for the record, asked directly and widened
+// as the platform widens; kNull when it declines.
+std::string Platform(bool date, SYSTEMTIME t, DWORD flags) {
+    char text[256] = "";
+    char16_t wide[256] = u"";
+    if (!(date ? GetDateFormatA : GetTimeFormatA)(LOCALE_USER_DEFAULT, flags, &t, nullptr, text, 256)) return kNull;
+    MultiByteToWideChar(CP_ACP, 0, text, -1, reinterpret_cast<LPWSTR>(wide), 256);
     return Utf8(wide);
 }
 
-// What the platform itself writes for the record, asked directly.
-std::string PlatformDate(SYSTEMTIME t, DWORD flags) {
-    char text[256] = "";
-    return Widened(text, GetDateFormatA(LOCALE_USER_DEFAULT, flags, &t, nullptr, text, sizeof text));
-}
-
-std::string PlatformTime(SYSTEMTIME t, DWORD flags) {
-    char text[256] = "";
-    return Widened(text, GetTimeFormatA(LOCALE_USER_DEFAULT, flags, &t, nullptr, text, sizeof text));
-}
-
-std::string Date(SYSTEMTIME t, VARIANT_BOOL longForm, VARIANT_BOOL noOverride) {
-    Bstr out;
-    EXPECT_EQ(S_OK, vb::esFormatDate(&t, longForm, noOverride, out.out()));
+// The four exports: a date (long form, else short) or a time (without
+// seconds, else with them), of a record or of an automation date. Each is
+// asked once more without an answer pointer: status 1, whatever else.
+enum Form { kDate, kTime, kDate2, kTime2 };
+std::string Text(Form form, SYSTEMTIME t, double when, VARIANT_BOOL first = 0, VARIANT_BOOL noOverride = 0) {
+    auto call = [&](BSTR* out) {
+        return form == kDate   ? vb::esFormatDate(&t, first, noOverride, out)
+               : form == kTime ? vb::esFormatTime(&t, first, noOverride, out)
+                               : (form == kDate2 ? vb::esFormatDate2 : vb::esFormatTime2)(when, first, noOverride, out);
+    };
+    Bstr out("old text");
+    EXPECT_TRUE(call(out.out()) == S_OK && call(nullptr) == S_FALSE) << form;
     return out.text();
 }
 
-std::string Time(SYSTEMTIME t, VARIANT_BOOL noSeconds, VARIANT_BOOL noOverride) {
-    Bstr out;
-    EXPECT_EQ(S_OK, vb::esFormatTime(&t, noSeconds, noOverride, out.out()));
-    return out.text();
-}
-
-// The user's own picture for one item, put back when the test ends.
-class UserPicture {
-  public:
-    UserPicture(LCTYPE type, const char* picture) : type_(type) {
-        char saved[128] = "";
-        saved_ok_ = GetLocaleInfoA(LOCALE_USER_DEFAULT, type, saved, sizeof saved) > 0;
-        saved_ = saved;
-        set_ok_ = SetLocaleInfoA(LOCALE_USER_DEFAULT, type, picture) != 0;
-    }
-    ~UserPicture() {
-        if (saved_ok_) SetLocaleInfoA(LOCALE_USER_DEFAULT, type_, saved_.c_str());
-    }
-    bool ok() const { return saved_ok_ && set_ok_; }
-
-  private:
-    LCTYPE type_;
-    std::string saved_;
-    bool saved_ok_ = false, set_ok_ = false;
-};
-
+// Each form is the platform's own picture, any nonzero flag counting as set;
+// an automation date gives the text of its record.
 TEST(DateTimeFormat, IsThePlatformsPicture) {
-    const SYSTEMTIME moments[] = {kMoment, St(2000, 7, 27, 0, 0, 0), St(1601, 1, 1, 12, 0, 59),
-                                  St(30827, 12, 31, 23, 59, 59), St(2024, 2, 29, 9, 3, 4)};
-    for (const SYSTEMTIME& t : moments) {
-        for (VARIANT_BOOL first : {VARIANT_FALSE, VARIANT_TRUE}) {
-            for (VARIANT_BOOL noOverride : {VARIANT_FALSE, VARIANT_TRUE}) {
-                DWORD override = noOverride ? LOCALE_NOUSEROVERRIDE : 0;
-                EXPECT_EQ(PlatformDate(t, (first ? DATE_LONGDATE : DATE_SHORTDATE) | override),
-                          Date(t, first, noOverride));
-                EXPECT_EQ(PlatformTime(t, (first ? TIME_NOSECONDS : 0) | override), Time(t, first, noOverride));
-            }
+    for (SYSTEMTIME t : {kMoment, SYSTEMTIME{2000, 7, 4, 27, 0, 0, 0, 0}, SYSTEMTIME{1601, 1, 1, 1, 12, 0, 59, 0},
+                         SYSTEMTIME{30827, 12, 0, 31, 23, 59, 59, 0}}) {
+        double when = 0;
+        bool hasDate = SystemTimeToVariantTime(&t, &when) != 0;
+        for (VARIANT_BOOL flag : {0, -1, 1, 0x7FFF, -32768}) {
+            std::string date = Platform(true, t, flag ? DATE_LONGDATE | LOCALE_NOUSEROVERRIDE : DATE_SHORTDATE);
+            std::string time = Platform(false, t, flag ? TIME_NOSECONDS | LOCALE_NOUSEROVERRIDE : 0);
+            EXPECT_EQ(date + time, Text(kDate, t, 0, flag, flag) + Text(kTime, t, 0, flag, flag)) << t.wYear;
+            if (!hasDate) continue;  // past 9999, no automation date
+            EXPECT_EQ(date + time, Text(kDate2, t, when, flag, flag) + Text(kTime2, t, when, flag, flag)) << when;
         }
     }
 }
 
-// The text of the locales the tests know, so that two runs under two host
-// locales show two different texts for one moment.
+// The text of the two locales the Win32 runs use (Wine takes the user's
+// locale from the host's LANG), so that they show two different texts.
 TEST(DateTimeFormat, KnownLocales) {
-    struct Row {
-        LCID locale;
-        const char* shortDate;
-        const char* longDateHas;
-        const char* time;
-        const char* timeNoSeconds;
-    } rows[] = {
-        {0x409, "10/14/2024", "Monday, October 14, 2024", "3:07:09 PM", "3:07 PM"},
-        {0x419, "14.10.2024", "14 \xD0\xBE\xD0\xBA\xD1\x82\xD1\x8F\xD0\xB1\xD1\x80\xD1\x8F 2024", "15:07:09", "15:07"},
-    };
     LCID locale = GetUserDefaultLCID();
 #ifdef _WIN32
-    // Wine takes the user's locale from the host's LANG.
-    const char* lang = std::getenv("LANG");
-    std::string host = lang ? lang : "";
-    if (host.compare(0, 5, "ru_RU") == 0) {
-        EXPECT_EQ(0x419u, locale);
-    } else if (host.compare(0, 5, "en_US") == 0) {
-        EXPECT_EQ(0x409u, locale);
-    }
+    std::string lang = std::getenv("LANG") ? std::getenv("LANG") : "";
+    EXPECT_TRUE(lang.compare(0, 5, "ru_RU") ? lang.compare(0, 5, "en_US") || locale == 0x409 : locale == 0x419) << lang;
 #endif
-    const Row* row = nullptr;
-    for (const Row& r : rows)
-        if (r.locale == locale) row = &r;
-    if (!row) GTEST_SKIP() << "no known text for locale " << locale;
-    EXPECT_EQ(row->shortDate, Date(kMoment, VARIANT_FALSE, VARIANT_TRUE));
-    EXPECT_NE(std::string::npos, Date(kMoment, VARIANT_TRUE, VARIANT_TRUE).find(row->longDateHas));
-    EXPECT_EQ(row->time, Time(kMoment, VARIANT_FALSE, VARIANT_TRUE));
-    EXPECT_EQ(row->timeNoSeconds, Time(kMoment, VARIANT_TRUE, VARIANT_TRUE));
+    const char* known = locale == 0x409 ? "10/14/2024 3:07:09 PM" : locale == 0x419 ? "14.10.2024 15:07:09" : nullptr;
+    if (!known) GTEST_SKIP() << "no known text for locale " << locale;
+    EXPECT_EQ(known, Text(kDate, kMoment, 0, 0, -1) + " " + Text(kTime, kMoment, 0, 0, -1));
 }
 
 // The user's own pictures count unless LOCALE_NOUSEROVERRIDE is asked for.
 TEST(DateTimeFormat, UserPictures) {
-    std::string standardDate = PlatformDate(kMoment, DATE_SHORTDATE | LOCALE_NOUSEROVERRIDE);
-    std::string standardTime = PlatformTime(kMoment, LOCALE_NOUSEROVERRIDE);
-    std::string standardShort = PlatformTime(kMoment, TIME_NOSECONDS | LOCALE_NOUSEROVERRIDE);
-    UserPicture date(LOCALE_SSHORTDATE, "yyyy-MM-dd");
-    UserPicture time(LOCALE_STIMEFORMAT, "HH.mm.ss");
-    ASSERT_TRUE(date.ok() && time.ok());
-    EXPECT_EQ("2024-10-14", Date(kMoment, VARIANT_FALSE, VARIANT_FALSE));
-    EXPECT_EQ("15.07.09", Time(kMoment, VARIANT_FALSE, VARIANT_FALSE));
-    // Without seconds the separator before them goes too.
-    EXPECT_EQ("15.07", Time(kMoment, VARIANT_TRUE, VARIANT_FALSE));
-    EXPECT_EQ(standardDate, Date(kMoment, VARIANT_FALSE, VARIANT_TRUE));
-    EXPECT_EQ(standardTime, Time(kMoment, VARIANT_FALSE, VARIANT_TRUE));
-    EXPECT_EQ(standardShort, Time(kMoment, VARIANT_TRUE, VARIANT_TRUE));
-    EXPECT_NE("2024-10-14", standardDate);
-    EXPECT_NE("15.07.09", standardTime);
+    char date[128] = "", time[128] = "";
+    ASSERT_TRUE(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, date, sizeof date) &&
+                GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, time, sizeof time));
+    std::string standard = Platform(true, kMoment, DATE_SHORTDATE | LOCALE_NOUSEROVERRIDE) +
+                           Platform(false, kMoment, LOCALE_NOUSEROVERRIDE);
+    EXPECT_TRUE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, "yyyy-MM-dd") &&
+                SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, "HH.mm.ss"));
+    EXPECT_EQ("2024-10-14 15.07.09", Text(kDate, kMoment, 0) + " " + Text(kTime, kMoment, 0));
+    EXPECT_EQ(standard, Text(kDate, kMoment, 0, 0, 1) + Text(kTime, kMoment, 0, 0, -32768));
+    EXPECT_TRUE(standard.find("2024-10-14") == std::string::npos && standard.find("15.07.09") == std::string::npos);
+    SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, date);
+    SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, time);
 }
 
-TEST(DateTimeFormat, AnyNonzeroFlagCounts) {
-    for (VARIANT_BOOL flag : {VARIANT_BOOL(1), VARIANT_BOOL(0x7FFF), VARIANT_BOOL(-32768), VARIANT_BOOL(-1)}) {
-        EXPECT_EQ(PlatformDate(kMoment, DATE_LONGDATE | LOCALE_NOUSEROVERRIDE), Date(kMoment, flag, flag)) << flag;
-        EXPECT_EQ(PlatformTime(kMoment, TIME_NOSECONDS | LOCALE_NOUSEROVERRIDE), Time(kMoment, flag, flag)) << flag;
-    }
-}
-
-// What the platform declines comes back as an empty text (a null BSTR),
-// with status 0; a time is formatted whatever the date fields hold.
-TEST(DateTimeFormat, RefusedRecords) {
-    struct Row {
-        SYSTEMTIME t;
-        bool date;
-        bool empty;
-    } rows[] = {
-        {St(2024, 13, 1, 15, 7, 9), true, true},  {St(2024, 10, 32), true, true},
-        {St(1600, 12, 31), true, true},           {St(0, 0, 0), true, true},
-        {St(2024, 10, 14, 24), false, true},      {St(2024, 10, 14, 15, 60), false, true},
-        {St(2024, 13, 1, 15, 7, 9), false, false}, {St(0, 0, 0), false, false},
+// What the platform declines comes back as an empty text (a null BSTR) with
+// status 0; a time is formatted whatever the date fields hold. An automation
+// date out of range leaves the record all zero. A missing record is
+// E_INVALIDARG, but a missing answer pointer is status 1 before it.
+TEST(DateTimeFormat, RefusalsAndNullPointers) {
+    struct Row { Form form; SYSTEMTIME t; double when; bool empty; } rows[] = {
+        {kDate, {2024, 13, 0, 1, 15, 7, 9, 0}, 0, true},  {kDate, {1600, 12, 0, 31, 0, 0, 0, 0}, 0, true},
+        {kDate2, {}, 3e6, true},                          {kTime, {2024, 10, 0, 14, 24, 0, 0, 0}, 0, true},
+        {kTime, {2024, 13, 0, 1, 15, 7, 9, 0}, 0, false}, {kTime2, {}, 3e6, false},
     };
-    for (auto& row : rows) {
-        Bstr out("old text");
-        HRESULT status = row.date ? vb::esFormatDate(&row.t, VARIANT_FALSE, VARIANT_FALSE, out.out())
-                                  : vb::esFormatTime(&row.t, VARIANT_FALSE, VARIANT_FALSE, out.out());
-        EXPECT_EQ(S_OK, status);
-        if (row.empty) EXPECT_EQ(kNull, out.text()) << row.t.wYear << "-" << row.t.wMonth << " " << row.t.wHour;
-        else EXPECT_EQ(PlatformTime(row.t, 0), out.text());
-    }
-}
-
-TEST(DateTimeFormat, AutomationDates) {
-    for (VARIANT_BOOL first : {VARIANT_FALSE, VARIANT_TRUE}) {
-        Bstr date, time;
-        EXPECT_EQ(S_OK, vb::esFormatDate2(kMomentDate, first, VARIANT_FALSE, date.out()));
-        EXPECT_EQ(S_OK, vb::esFormatTime2(kMomentDate, first, VARIANT_FALSE, time.out()));
-        EXPECT_EQ(Date(kMoment, first, VARIANT_FALSE), date.text());
-        EXPECT_EQ(Time(kMoment, first, VARIANT_FALSE), time.text());
-    }
-    // Outside the automation range the record stays all zero: no date, and
-    // the time of the zero record.
-    Bstr date("old"), time("old");
-    EXPECT_EQ(S_OK, vb::esFormatDate2(3e6, VARIANT_FALSE, VARIANT_FALSE, date.out()));
-    EXPECT_EQ(S_OK, vb::esFormatTime2(3e6, VARIANT_FALSE, VARIANT_FALSE, time.out()));
-    EXPECT_EQ(kNull, date.text());
-    EXPECT_EQ(PlatformTime(St(0, 0, 0), 0), time.text());
-}
-
-TEST(DateTimeFormat, NullPointers) {
-    SYSTEMTIME t = kMoment;
+    for (auto& row : rows)
+        EXPECT_EQ(row.empty ? kNull : Platform(false, row.t, 0), Text(row.form, row.t, row.when)) << &row - rows;
     Bstr out("untouched");
-    EXPECT_EQ(S_FALSE, vb::esFormatDate(nullptr, VARIANT_FALSE, VARIANT_FALSE, nullptr));
-    EXPECT_EQ(S_FALSE, vb::esFormatTime(nullptr, VARIANT_FALSE, VARIANT_FALSE, nullptr));
-    EXPECT_EQ(S_FALSE, vb::esFormatDate(&t, VARIANT_FALSE, VARIANT_FALSE, nullptr));
-    EXPECT_EQ(E_INVALIDARG, vb::esFormatDate(nullptr, VARIANT_FALSE, VARIANT_FALSE, out.out()));
-    EXPECT_EQ(E_INVALIDARG, vb::esFormatTime(nullptr, VARIANT_FALSE, VARIANT_FALSE, out.out()));
+    EXPECT_EQ(S_FALSE, vb::esFormatDate(nullptr, 0, 0, nullptr));
+    EXPECT_EQ(E_INVALIDARG, vb::esFormatDate(nullptr, 0, 0, out.out()));
+    EXPECT_EQ(E_INVALIDARG, vb::esFormatTime(nullptr, 0, 0, out.out()));
     EXPECT_EQ("untouched", out.text());
-    EXPECT_EQ(S_FALSE, vb::esFormatDate2(kMomentDate, VARIANT_FALSE, VARIANT_FALSE, nullptr));
-    EXPECT_EQ(S_FALSE, vb::esFormatTime2(kMomentDate, VARIANT_FALSE, VARIANT_FALSE, nullptr));
-    EXPECT_EQ(S_FALSE, vb::esFormatRoman(1994, nullptr));
 }
 
-// ---- Roman numerals
-
-std::string Roman(LONG n) {
-    Bstr out("old");
-    EXPECT_EQ(S_OK, vb::esFormatRoman(n, out.out()));
-    return out.text();
-}
-
+// ---- Roman numerals: 0 as "0", a minus sign before a negative number, and
+// the thousands as a run of M with no upper limit, up to the extreme Longs
+// (some two million letters; the lowest one's magnitude does not fit a Long).
 TEST(RomanNumerals, Table) {
-    struct Row {
-        LONG n;
-        const char* text;
-    } rows[] = {
-        {0, "0"},        {1, "I"},          {3, "III"},      {4, "IV"},        {5, "V"},
-        {8, "VIII"},     {9, "IX"},         {14, "XIV"},     {40, "XL"},       {49, "XLIX"},
-        {90, "XC"},      {400, "CD"},       {444, "CDXLIV"}, {900, "CM"},      {999, "CMXCIX"},
-        {1994, "MCMXCIV"}, {2024, "MMXXIV"}, {3999, "MMMCMXCIX"}, {4000, "MMMM"}, {5000, "MMMMM"},
-        {-1, "-I"},      {-14, "-XIV"},     {-4009, "-MMMMIX"},
-    };
-    for (const auto& row : rows) EXPECT_EQ(row.text, Roman(row.n)) << row.n;
-}
-
-// Read back by the ordinary rule (a smaller letter before a larger one is
-// taken away), every text from 1 to 5000 gives its number, and no letter
-// but M runs more than three times.
-TEST(RomanNumerals, ReadBack) {
-    auto value = [](char c) {
-        switch (c) {
-            case 'I': return 1;
-            case 'V': return 5;
-            case 'X': return 10;
-            case 'L': return 50;
-            case 'C': return 100;
-            case 'D': return 500;
-            case 'M': return 1000;
-        }
-        return -100000;
-    };
-    int failures = 0;
-    for (LONG n = 1; n <= 5000; ++n) {
-        std::string text = Roman(n);
-        long total = 0;
-        int run = 1;
-        for (size_t i = 0; i < text.size(); ++i) {
-            int v = value(text[i]);
-            total += i + 1 < text.size() && v < value(text[i + 1]) ? -v : v;
-            run = i > 0 && text[i] == text[i - 1] ? run + 1 : 1;
-            if (run > 3 && text[i] != 'M') total = -1;
-        }
-        if (total != n && ++failures <= 5) ADD_FAILURE() << n << " came out as " << text;
-    }
-    EXPECT_EQ(0, failures);
-}
-
-// The extreme Longs: some two million letters, exact, built in linear time.
-TEST(RomanNumerals, ExtremeLongs) {
-    struct Row {
-        LONG n;
-        const char* sign;
-        const char* tail;
-    } rows[] = {
-        {2147483647, "", "DCXLVII"},
-        {static_cast<LONG>(-2147483647 - 1), "-", "DCXLVIII"},
+    const std::string millions(2147483, 'M');
+    struct Row { LONG n; std::string text; } rows[] = {
+        {0, "0"},          {1, "I"},           {4, "IV"},        {5, "V"},           {8, "VIII"},
+        {9, "IX"},         {40, "XL"},         {49, "XLIX"},     {90, "XC"},         {400, "CD"},
+        {444, "CDXLIV"},   {900, "CM"},        {999, "CMXCIX"},  {1666, "MDCLXVI"},  {1994, "MCMXCIV"},
+        {2024, "MMXXIV"},  {3999, "MMMCMXCIX"}, {4000, "MMMM"},  {-1, "-I"},         {-4009, "-MMMMIX"},
+        {2147483647, millions + "DCXLVII"}, {-2147483647 - 1, "-" + millions + "DCXLVIII"},
     };
     for (const auto& row : rows) {
-        Bstr out;
-        EXPECT_EQ(S_OK, vb::esFormatRoman(row.n, out.out()));
-        std::string expected = std::string(row.sign) + std::string(2147483, 'M') + row.tail;
-        EXPECT_TRUE(out.text() == expected) << row.n << ": " << out.text().size() << " letters";
+        Bstr out("old");
+        EXPECT_TRUE(vb::esFormatRoman(row.n, out.out()) == S_OK && vb::esFormatRoman(row.n, nullptr) == S_FALSE);
+        EXPECT_TRUE(out.text() == row.text) << row.n << " came out as " << out.text().substr(0, 40);
     }
 }
 

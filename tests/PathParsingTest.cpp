@@ -1,202 +1,140 @@
-// Taking paths apart, through the exports: every shape of path, the
-// relative and absolute forms, replaced extensions, and the frame's edges.
+// Paths through the exports: taking them apart (every shape of path, the
+// relative and absolute forms, replaced extensions, long paths), closing
+// backslashes and joining elements.
 #include "VbDeclares.h"
 
 namespace {
 
-// Calls a one-path export and gives back what the caller's variable holds.
-std::string Call(const VbFunction<HRESULT, BSTR, BSTR*>& f, const std::string& path) {
-    Bstr result;
-    EXPECT_EQ(S_OK, f(Bstr(path).get(), result.out())) << f.name;
+Bstr B(const char* text) { return text ? Bstr(text) : Bstr(); }  // nullptr: a null BSTR
+
+// Calls an export into a variable that already holds text and gives back
+// what it holds after (kNull: a null BSTR). The same call without a
+// variable must be status 1.
+template <class F, class... In>
+std::string Call(const F& f, In... in) {
+    EXPECT_EQ(S_FALSE, f(in..., nullptr)) << f.name;
+    Bstr result("stale");
+    EXPECT_EQ(S_OK, f(in..., result.out())) << f.name;
     return result.text();
 }
 
-std::string Name(const std::string& path, VARIANT_BOOL withoutStream) {
-    Bstr result;
-    EXPECT_EQ(S_OK, vb::esGetFileName(Bstr(path).get(), withoutStream, result.out()));
-    return result.text();
-}
-
-std::string Two(const VbFunction<HRESULT, BSTR, BSTR, BSTR*>& f, const char* a, const char* b) {
-    Bstr first = a ? Bstr(a) : Bstr(), second = b ? Bstr(b) : Bstr(), result;
-    EXPECT_EQ(S_OK, f(first.get(), second.get(), result.out())) << f.name;
-    return result.text();
-}
-
-std::string Call2Replace(const std::string& path) { return Two(vb::esReplaceFileExtension, path.c_str(), "log"); }
-
-// kNull: the worker answered empty, so the variable holds a null BSTR.
+// Each row: the path, then what esGetFileRoot, esGetFilePath, esGetFileName
+// with and without the stream, esGetFileOnlyName, esGetFileExtension and
+// esReplaceFileExtension(path, "log") answer. All six are guarded: a null or
+// empty path gets an empty, non-null BSTR; an empty answer from the work
+// leaves kNull.
 TEST(PathParsing, PartsByShapeOfPath) {
-    struct Row {
-        const char* path;
-        const char* root;
-        const char* folder;
-        const char* nameWithStream;
-        const char* nameWithoutStream;
-        const char* onlyName;
-        const char* extension;
-    } rows[] = {
-        {"C:\\Dir\\File.txt", "C:\\", "C:\\Dir\\", "File.txt", "File.txt", "File", "txt"},
-        {"C:\\Dir\\File.tar.gz", "C:\\", "C:\\Dir\\", "File.tar.gz", "File.tar.gz", "File.tar", "gz"},
-        {"C:\\Dir\\", "C:\\", "C:\\", "Dir", "Dir", "Dir", kNull},
-        {"C:\\Dir", "C:\\", "C:\\", "Dir", "Dir", "Dir", kNull},
-        {"C:\\", "C:\\", kNull, "C:\\", "C:\\", "C:\\", kNull},
-        {"C:", kNull, kNull, "C:", "C", "C", kNull},
-        {"C:File.txt", kNull, kNull, "C:File.txt", "C", "C", kNull},
-        {"\\Dir\\File.txt", "\\", "\\Dir\\", "File.txt", "File.txt", "File", "txt"},
-        {"\\", "\\", kNull, "\\", "\\", "\\", kNull},
-        {"\\\\Server\\Share\\Dir\\File.txt", "\\\\Server\\Share\\", "\\\\Server\\Share\\Dir\\", "File.txt", "File.txt",
-         "File", "txt"},
-        {"\\\\Server\\Share", "\\\\Server\\Share\\", "\\\\Server\\", "Share", "Share", "Share", kNull},
-        {"Dir\\File.txt", kNull, "Dir\\", "File.txt", "File.txt", "File", "txt"},
-        {"File.txt", kNull, kNull, "File.txt", "File.txt", "File", "txt"},
-        {".profile", kNull, kNull, ".profile", ".profile", ".profile", kNull},
-        {"File.", kNull, kNull, "File.", "File.", "File", kNull},
-        {"C:\\Dir\\File.txt:stream", "C:\\", "C:\\Dir\\", "File.txt:stream", "File.txt", "File", "txt"},
-        {"C:\\Dir\\File.txt:stream:$DATA", "C:\\", "C:\\Dir\\", "File.txt:stream:$DATA", "File.txt", "File", "txt"},
-        {"C:/Dir/File.txt", kNull, kNull, "C:/Dir/File.txt", "C", "C", kNull},
-        {"Dir/File.txt", kNull, "Dir/", "File.txt", "File.txt", "File", "txt"},
-        // One trailing backslash goes, not two.
-        {"C:\\Dir\\\\", "C:\\", "C:\\", "Dir\\", "Dir\\", "Dir\\", kNull},
-        // A stream alone leaves no name, and the stream is dropped with it.
-        {":stream", kNull, kNull, kNull, kNull, kNull, kNull},
-        // "\\?\" is nothing special: the drive's colon starts a stream.
-        {"\\\\?\\C:\\Dir\\File.txt", "\\\\?\\C\\", "\\\\?\\", "C:\\Dir\\File.txt", "C", "C", kNull},
-        {"C:\\Dir.d\\File", "C:\\", "C:\\Dir.d\\", "File", "File", "File", kNull},
+    const struct { const char *path, *parts[7]; } rows[] = {
+        {"C:\\é\\é.txt", {"C:\\", "C:\\é\\", "é.txt", "é.txt", "é", "txt", "C:\\é\\é.log"}},
+        {"C:\\D\\f.tar.gz", {"C:\\", "C:\\D\\", "f.tar.gz", "f.tar.gz", "f.tar", "gz", "C:\\D\\f.tar.log"}},
+        {"C:\\D.d\\f", {"C:\\", "C:\\D.d\\", "f", "f", "f", kNull, "C:\\D.d\\f.log"}},
+        {"C:\\D\\\\", {"C:\\", "C:\\", "D\\", "D\\", "D\\", kNull, "C:\\D\\.log"}},  // one backslash goes, not two
+        {"C:\\", {"C:\\", kNull, "C:\\", "C:\\", "C:\\", kNull, "C:\\.log"}},
+        // Past a leading "X:\", every colon starts a stream.
+        {"C:/D/f.txt", {kNull, kNull, "C:/D/f.txt", "C", "C", kNull, "C.log:/D/f.txt"}},
+        {"\\\\S\\Sh", {"\\\\S\\Sh\\", "\\\\S\\", "Sh", "Sh", "Sh", kNull, "\\\\S\\Sh.log"}},
+        // "\\?\" is nothing special; the replacement splits the name again and finds a drive in it.
+        {"\\\\?\\C:\\D\\f.txt", {"\\\\?\\C\\", "\\\\?\\", "C:\\D\\f.txt", "C", "C", kNull, "\\\\?\\C:\\D\\f.log"}},
+        {".profile", {kNull, kNull, ".profile", ".profile", ".profile", kNull, ".profile.log"}},
+        {"f.", {kNull, kNull, "f.", "f.", "f", kNull, "f.log"}},
+        {"C:\\D\\f.txt:s:$DATA", {"C:\\", "C:\\D\\", "f.txt:s:$DATA", "f.txt", "f", "txt", "C:\\D\\f.log:s:$DATA"}},
+        {":s", {kNull, kNull, kNull, kNull, kNull, kNull, kNull}},  // a stream alone leaves no name
+        {"", {"", "", "", "", "", "", ""}},
+        {nullptr, {"", "", "", "", "", "", ""}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.path);
-        EXPECT_EQ(row.root, Call(vb::esGetFileRoot, row.path));
-        EXPECT_EQ(row.folder, Call(vb::esGetFilePath, row.path));
-        EXPECT_EQ(row.nameWithStream, Name(row.path, VARIANT_FALSE));
-        EXPECT_EQ(row.nameWithoutStream, Name(row.path, VARIANT_TRUE));
-        EXPECT_EQ(row.nameWithoutStream, Name(row.path, 1)) << "any nonzero flag is true";
-        EXPECT_EQ(row.onlyName, Call(vb::esGetFileOnlyName, row.path));
-        EXPECT_EQ(row.extension, Call(vb::esGetFileExtension, row.path));
+    for (const auto& r : rows) {
+        Bstr p = B(r.path);
+        const std::vector<std::string> answers = {
+            Call(vb::esGetFileRoot, p.get()), Call(vb::esGetFilePath, p.get()),
+            Call(vb::esGetFileName, p.get(), VARIANT_FALSE), Call(vb::esGetFileName, p.get(), VARIANT_TRUE),
+            Call(vb::esGetFileOnlyName, p.get()), Call(vb::esGetFileExtension, p.get()),
+            Call(vb::esReplaceFileExtension, p.get(), B("log").get())};
+        EXPECT_EQ(std::vector<std::string>(r.parts, r.parts + 7), answers) << r.path;
     }
+    EXPECT_EQ("", Call(vb::esGetFileRoot, Bstr::FromUnits(std::u16string(u"\0x", 2)).get())) << "NUL first: empty";
 }
 
-TEST(PathParsing, ReplaceFileExtension) {
-    struct Row {
-        const char* path;
-        const char* extension;  // nullptr: a null BSTR
-        const char* expected;
-    } rows[] = {
-        {"C:\\Dir\\File.txt", "log", "C:\\Dir\\File.log"},
-        {"C:\\Dir\\File.txt", "", "C:\\Dir\\File"},
-        {"C:\\Dir\\File.txt", nullptr, "C:\\Dir\\File"},
-        {"C:\\Dir\\File", "log", "C:\\Dir\\File.log"},
-        {"C:\\Dir\\File", "", "C:\\Dir\\File"},
-        {"C:\\Dir\\File.tar.gz", "log", "C:\\Dir\\File.tar.log"},
-        {"C:\\Dir\\.profile", "log", "C:\\Dir\\.profile.log"},
-        {"C:\\Dir\\File.txt:stream", "log", "C:\\Dir\\File.log:stream"},
-        {"C:\\Dir\\", "log", "C:\\Dir.log"},
-        {"File.txt", ".log", "File..log"},  // the extension is used as given
-        {":stream", "log", kNull},
-        {"C:\\", "log", "C:\\.log"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.expected, Two(vb::esReplaceFileExtension, row.path, row.extension))
-            << row.path << " + " << (row.extension ? row.extension : "<null>");
+// A null extension drops the old one and keeps the stream.
+TEST(PathParsing, ReplaceFileExtensionWithNull) {
+    EXPECT_EQ("C:\\D\\f:s", Call(vb::esReplaceFileExtension, B("C:\\D\\f.txt:s").get(), B(nullptr).get()));
 }
 
+// Unguarded: null and empty inputs reach the work as empty text. Only single
+// dots are cleaned from an answer.
 TEST(PathParsing, RelativeAndAbsolute) {
-    struct Row {
-        const char* file;  // nullptr: a null BSTR
-        const char* base;
-        const char* relative;
-        const char* absolute;
-    } rows[] = {
+    const struct { const char *file, *base, *relative, *absolute; } rows[] = {
         {"C:\\A\\C\\f.txt", "C:\\A\\B", "..\\C\\f.txt", "C:\\A\\C\\f.txt"},
         {"C:\\A\\f.txt", "C:\\A\\", "f.txt", "C:\\A\\f.txt"},
-        {"C:\\A\\.\\f.txt", "C:\\A", "f.txt", "C:\\A\\f.txt"},
-        {"D:\\f.txt", "C:\\A", "D:\\f.txt", "D:\\f.txt"},
-        {"..\\x\\f.txt", "C:\\A\\B", "..\\x\\f.txt", "C:\\A\\x\\f.txt"},
-        {"f.txt", "C:\\A\\", "f.txt", "C:\\A\\f.txt"},
-        {"\\f.txt", "C:\\A\\B", "\\f.txt", "C:\\f.txt"},
-        // ".." stays in a relative answer; only single dots are cleaned.
         {"C:\\A\\B\\..\\f.txt", "C:\\A", "B\\..\\f.txt", "C:\\A\\f.txt"},
         {"C:\\A\\.\\.\\f.txt", "C:\\X", "..\\A\\f.txt", "C:\\A\\f.txt"},
-        {"C:\\Dir\\.", "C:\\", "Dir", "C:\\Dir"},
-        {"C:\\A\\.profile", "C:\\A", ".profile", "C:\\A\\.profile"},
-        {"\\\\Server\\Share\\Dir\\f.txt", "\\\\Server\\Share", "Dir\\f.txt", "\\\\Server\\Share\\Dir\\f.txt"},
-        {"c:\\a\\F.TXT", "C:\\A", "F.TXT", "c:\\a\\F.TXT"},  // the common part is found without regard to case
-        // Empty and null strings.
-        {"", "", kNull, kNull},
-        {nullptr, nullptr, kNull, kNull},
+        {"C:\\D\\.", "C:\\", "D", "C:\\D"},
         {"C:\\A\\.\\f.txt", "", "C:\\A\\f.txt", "C:\\A\\f.txt"},
-        {"", "C:\\A\\.\\B", kNull, "C:\\A\\B"},
-        {nullptr, "C:\\A", kNull, "C:\\A"},
+        {nullptr, "C:\\A\\.\\B", kNull, "C:\\A\\B"},
+        {"", nullptr, kNull, kNull},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(std::string(row.file ? row.file : "<null>") + " from " + (row.base ? row.base : "<null>"));
-        EXPECT_EQ(row.relative, Two(vb::esGetRelativeFileName, row.file, row.base));
-        EXPECT_EQ(row.absolute, Two(vb::esGetAbsoluteFileName, row.file, row.base));
-    }
+    for (const auto& r : rows)
+        EXPECT_EQ(std::make_pair(std::string(r.relative), std::string(r.absolute)),
+                  std::make_pair(Call(vb::esGetRelativeFileName, B(r.file).get(), B(r.base).get()),
+                                 Call(vb::esGetAbsoluteFileName, B(r.file).get(), B(r.base).get())))
+            << r.file << " from " << r.base;
 }
 
-TEST(PathParsing, GuardedExportsAnswerEmptyInputThemselves) {
-    const VbFunction<HRESULT, BSTR, BSTR*>* guarded[] = {&vb::esGetFileRoot, &vb::esGetFilePath,
-                                                         &vb::esGetFileOnlyName, &vb::esGetFileExtension};
-    Bstr inputs[] = {Bstr(), Bstr(""), Bstr::FromUnits(std::u16string(u"\0x", 2))};
-    for (const Bstr& input : inputs) {
-        for (auto* f : guarded) {
-            Bstr result("stale");
-            EXPECT_EQ(S_OK, (*f)(input.get(), result.out())) << f->name;
-            EXPECT_EQ("", result.text()) << f->name << ": an empty, non-null BSTR";
-        }
-        Bstr result("stale");
-        EXPECT_EQ(S_OK, vb::esGetFileName(input.get(), VARIANT_TRUE, result.out()));
-        EXPECT_EQ("", result.text());
-        EXPECT_EQ(S_OK, vb::esReplaceFileExtension(input.get(), Bstr("log").get(), result.out()));
-        EXPECT_EQ("", result.text());
-    }
-}
-
-TEST(PathParsing, NullOutPointerIsStatusOne) {
-    Bstr path("C:\\Dir\\File.txt");
-    for (BSTR input : {static_cast<BSTR>(nullptr), path.get()}) {
-        EXPECT_EQ(S_FALSE, vb::esGetFileRoot(input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetFilePath(input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetFileName(input, VARIANT_TRUE, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetFileOnlyName(input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetFileExtension(input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetRelativeFileName(input, input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esGetAbsoluteFileName(input, input, nullptr));
-        EXPECT_EQ(S_FALSE, vb::esReplaceFileExtension(input, input, nullptr));
-    }
-}
-
-// The parsing workers see at most 1024 characters; the stream comes from
+// The parsing work sees the first 1024 characters; the stream comes from
 // the whole text, and nothing is written past a buffer at any length.
 TEST(PathParsing, LongPathsAreCutAtTheBuffer) {
-    std::string folder = "C:\\" + std::string(1100, 'd') + "\\";
-    EXPECT_EQ(std::string(1024 - 3, 'd'), Name(folder + "File.txt", VARIANT_TRUE));
-    EXPECT_EQ(std::string(1024 - 3, 'd') + ":stream", Name(folder + "File.txt:stream", VARIANT_FALSE));
-    EXPECT_EQ("C:\\", Call(vb::esGetFileRoot, folder + "File.txt"));
-    EXPECT_EQ("C:\\", Call(vb::esGetFilePath, folder + "File.txt"));
-
-    std::string exact = "C:\\" + std::string(1012, 'd') + "\\name.ext";  // 1024 characters
-    ASSERT_EQ(1024u, exact.size());
-    EXPECT_EQ("name.ext", Name(exact, VARIANT_TRUE));
-    EXPECT_EQ("name.ext", Name(exact + "y", VARIANT_TRUE)) << "the 1025th character is cut";
-    EXPECT_EQ("ext", Call(vb::esGetFileExtension, exact + "y"));
+    const std::string exact = "C:\\" + std::string(1012, 'd') + "\\name.ext", cut = exact + "y:s";  // 1024 + 3
+    EXPECT_EQ("name.ext:s", Call(vb::esGetFileName, Bstr(cut).get(), VARIANT_FALSE)) << "the 1025th character is cut";
     // The old name is measured in the cut text but replaced at the end of
-    // the whole path: the last 8 characters of "name.exty" give way.
-    EXPECT_EQ("C:\\" + std::string(1012, 'd') + "\\nname.log", Call2Replace(exact + "y"));
-
+    // the whole path: the last 10 characters of "name.exty:s" give way.
+    EXPECT_EQ(exact.substr(0, 1016) + "nname.log:s", Call(vb::esReplaceFileExtension, Bstr(cut).get(), B("log").get()));
     for (size_t length : {259u, 260u, 261u, 1023u, 1024u, 1025u, 5000u}) {
-        std::string path = "\\\\Server\\Share\\" + std::string(length, 'x');
-        EXPECT_EQ("\\\\Server\\Share\\", Call(vb::esGetFileRoot, path)) << length;
-        EXPECT_EQ(std::string(length < 1024 - 15 ? length : 1024 - 15, 'x'), Name(path, VARIANT_TRUE)) << length;
-        // Too long for the shell's MAX_PATH: the file comes back.
-        EXPECT_EQ(length < 240 ? "" : path, Two(vb::esGetAbsoluteFileName, path.c_str(), "C:\\Base")) << length;
+        const std::string unc = "\\\\Server\\Share\\" + std::string(length, 'x');
+        EXPECT_EQ(std::string(std::min<size_t>(length, 1024 - 15), 'x'), Call(vb::esGetFileName, Bstr(unc).get(), 1));
+        EXPECT_EQ(unc, Call(vb::esGetAbsoluteFileName, Bstr(unc).get(), B("C:\\B").get())) << "beyond MAX_PATH";
     }
 }
 
-TEST(PathParsing, TextOutsideAsciiCrossesBothWays) {
-    EXPECT_EQ("R\u00e9sum\u00e9", Call(vb::esGetFileOnlyName, "C:\\Caf\u00e9\\R\u00e9sum\u00e9.doc"));
-    EXPECT_EQ("C:\\Caf\u00e9\\", Call(vb::esGetFilePath, "C:\\Caf\u00e9\\R\u00e9sum\u00e9.doc"));
+TEST(PathBuilding, AddAndRemoveBackslash) {
+    const struct { const char *input, *added, *removed; } rows[] = {
+        {"C:\\D\\", "C:\\D\\", "C:\\D"},
+        {"C:/D/", "C:/D/\\", "C:/D/"},  // a forward slash is an ordinary character
+        {"\\", "\\", "\\"},
+        {"\\\\", "\\\\", "\\"},  // one backslash goes, not two
+        {"?:\\", "?:\\", "?:\\"},  // a root is known by its length and shape alone
+        {"AB:\\", "AB:\\", "AB:"},
+        {nullptr, kNull, kNull},
+    };
+    for (const auto& r : rows) {
+        EXPECT_EQ(r.added, Call(vb::esAddBackslash, B(r.input).get())) << r.input;
+        EXPECT_EQ(r.removed, Call(vb::esRemoveBackslash, B(r.input).get())) << r.input;
+    }
+}
+
+// esBuildFileName keeps a leading backslash of the file as it stands and, with
+// the flag (any nonzero value), drops the closing one when there is no file;
+// esBuildFileName2 puts exactly one backslash at each seam.
+TEST(PathBuilding, BuildFileNameAndBuildFileName2) {
+    const struct { const char *folder, *file; VARIANT_BOOL strip; const char *built, *built2; } rows[] = {
+        {"C:\\D", "f.txt", 0, "C:\\D\\f.txt", "C:\\D\\f.txt"},
+        {"C:\\D\\", "\\f.txt", 0, "C:\\D\\\\f.txt", "C:\\D\\f.txt"},
+        {"C:\\", "\\\\x", 0, "C:\\\\\\x", "C:\\\\x"},  // one backslash of the seam goes, not two
+        {nullptr, "f.txt", -1, "f.txt", "f.txt"},
+        {"C:\\D", "", 0, "C:\\D\\", "C:\\D"},
+        {"C:\\D\\", nullptr, -1, "C:\\D", "C:\\D\\"},
+        {"C:\\D", "", 1, "C:\\D", "C:\\D"},
+        {"C:\\D", "", static_cast<VARIANT_BOOL>(0x8000), "C:\\D", "C:\\D"},
+        {"", "", -1, kNull, kNull},
+    };
+    for (const auto& r : rows) {
+        Bstr folder = B(r.folder), file = B(r.file);
+        EXPECT_EQ(r.built, Call(vb::esBuildFileName, folder.get(), file.get(), r.strip)) << r.folder << " + " << r.file;
+        EXPECT_EQ(r.built2, Call(vb::esBuildFileName2, folder.get(), file.get(), nullptr, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr, nullptr)) << r.folder << " + " << r.file;
+    }
+    // All nine elements, and empty and null ones between.
+    Bstr e[] = {B("a"), B(nullptr), B(""), B("b\\"), B("c"), B("\\d"), B(""), B("e"), B("f\\")};
+    EXPECT_EQ("a\\b\\c\\d\\e\\f\\", Call(vb::esBuildFileName2, e[0].get(), e[1].get(), e[2].get(), e[3].get(),
+                                          e[4].get(), e[5].get(), e[6].get(), e[7].get(), e[8].get()));
 }
 
 }  // namespace

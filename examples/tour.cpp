@@ -205,6 +205,54 @@ void DatesAndFormats() {
     }
 }
 
+typedef HRESULT(WINAPI* LongOut)(LONG*);
+typedef HRESULT(WINAPI* BoolOut)(VARIANT_BOOL*);
+typedef HRESULT(WINAPI* TextAnswer)(BSTR*);
+typedef HRESULT(WINAPI* ProcessBitness)(LONG, LONG*);
+
+LONG AskLong(const char* name) {
+    LONG answer = -1;
+    if (auto f = Export<LongOut>(name)) f(&answer);
+    return answer;
+}
+
+bool AskBool(const char* name) {
+    VARIANT_BOOL answer = 0;
+    if (auto f = Export<BoolOut>(name)) f(&answer);
+    return answer != 0;
+}
+
+void Host() {
+    std::printf("\nThe host\n");
+    std::printf("  Windows %ld.%ld, build %ld; shell %ld.%ld.%ld\n", AskLong("esWindowsVersionMajor"),
+                AskLong("esWindowsVersionMinor"), AskLong("esWindowsVersionRevision"), AskLong("esShellVersionMajor"),
+                AskLong("esShellVersionMinor"), AskLong("esShellVersionRevision"));
+    if (auto f = Export<TextAnswer>("esGetProductName")) {
+        BSTR name = nullptr;
+        f(&name);
+        std::printf("  %-22s= %s\n", "esGetProductName", name ? Show(name).c_str() : "(the host has no such name)");
+        SysFreeString(name);
+    }
+    std::printf("  %-22s= %s\n  %-22s= %s\n", "esIsHostWine", AskBool("esIsHostWine") ? "True" : "False",
+                "esIsHostWin64", AskBool("esIsHostWin64") ? "True" : "False");
+    if (auto f = Export<ProcessBitness>("esIsProcessWin64Ex")) {
+        LONG bitness = 0;
+        f(static_cast<LONG>(GetCurrentProcessId()), &bitness);
+        std::printf("  %-22s= %ld (1: 32-bit, 2: 64-bit)\n", "esIsProcessWin64Ex(me)", bitness);
+    }
+    static const char* const tests[] = {
+        "Win9x", "Win32s", "WinNT", "WinNT351", "WinNT40", "Win2000", "WinXP", "Win2003", "Win2003i", "Win2003R2",
+        "WinVista", "Win2008", "Win7", "Win2008R2", "Win8", "Win2012", "Win95", "Win95_OSR2", "Win95i", "Win98",
+        "Win98SE", "Win98i", "WinME", "WinNT351_OrHigher", "WinNT40_OrHigher", "Win2000_OrHigher", "WinXP_OrHigher",
+        "Win2003_OrHigher", "Win2003R2_OrHigher", "WinVista_OrHigher", "Win2008_OrHigher", "Win7_OrHigher",
+        "Win2008R2_OrHigher", "Win8_OrHigher", "Win2012_OrHigher", "Win95_OrHigher", "Win95_OSR2_OrHigher",
+        "Win98_OrHigher", "Win98SE_OrHigher", "WinME_OrHigher", "Win64", "Wine", "Win16"};
+    std::printf("  true here:");
+    for (const char* test : tests)
+        if (AskBool(("esIsHost" + std::string(test)).c_str())) std::printf(" esIsHost%s", test);
+    std::printf("\n");
+}
+
 }  // namespace
 
 int main() {
@@ -218,5 +266,6 @@ int main() {
     PathParsing();
     Values();
     DatesAndFormats();
+    Host();
     return 0;
 }

@@ -4,6 +4,9 @@
 
 #ifndef _WIN32
 #include <dlfcn.h>
+#include <unistd.h>
+
+#include <fstream>
 #endif
 
 const char* const kNull = "<null>";
@@ -50,13 +53,33 @@ __asm__(
     "  ret\n");
 #endif
 
+#ifndef _WIN32
+static void* g_freshLibrary = nullptr;
+
+FreshLibrary::FreshLibrary() {
+    char path[] = "/tmp/csk-fresh-XXXXXX";
+    int fd = mkstemp(path);
+    if (fd < 0) throw std::runtime_error("no temporary file for a fresh library");
+    close(fd);
+    std::ofstream(path, std::ios::binary) << std::ifstream(CSK_LIBRARY_PATH, std::ios::binary).rdbuf();
+    g_freshLibrary = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    unlink(path);
+    if (!g_freshLibrary) throw std::runtime_error(std::string("a fresh library did not load: ") + dlerror());
+}
+
+FreshLibrary::~FreshLibrary() {
+    dlclose(g_freshLibrary);
+    g_freshLibrary = nullptr;
+}
+#endif
+
 void* CskProc(const char* name) {
 #ifdef _WIN32
     static HMODULE library = LoadLibraryA("CorvaneSupportKit0100.dll");
     void* proc = library ? reinterpret_cast<void*>(GetProcAddress(library, name)) : nullptr;
 #else
     static void* library = dlopen(CSK_LIBRARY_PATH, RTLD_NOW | RTLD_LOCAL);
-    void* proc = library ? dlsym(library, name) : nullptr;
+    void* proc = g_freshLibrary ? dlsym(g_freshLibrary, name) : library ? dlsym(library, name) : nullptr;
 #endif
     if (!proc) throw std::runtime_error(std::string("the library does not export ") + name);
     return proc;

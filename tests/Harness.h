@@ -17,6 +17,18 @@
 // through dlopen/dlsym). A missing name fails the test that asked.
 void* CskProc(const char* name);
 
+#ifdef CSK_WINSIM
+// A second copy of the library, loaded from a copy of its file, with all of
+// its process-wide state (cached records, bound entry points) as at load.
+// While it lives, CskProc finds the exports in it.
+struct FreshLibrary {
+    FreshLibrary();
+    ~FreshLibrary();
+    FreshLibrary(const FreshLibrary&) = delete;
+    FreshLibrary& operator=(const FreshLibrary&) = delete;
+};
+#endif
+
 #if defined(__i386__)
 // Pushes count 32-bit argument slots (args[0] ends up nearest the return
 // address, as a caller pushes right to left), calls function, and stores in

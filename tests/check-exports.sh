@@ -31,6 +31,14 @@ case "$binary" in
         *) fail "imports a DLL that is not a system DLL: $dll" ;;
       esac
     done
+    # What not every host has is bound by name at run time, never imported.
+    imported=$(echo "$dump" | sed -n '/The Import Tables/,/^The Export Tables/p' | awk '$1 ~ /^[0-9a-f]+$/ && $2 ~ /^[0-9]+$/ {print $3}')
+    for name in SHAutoComplete IsWow64Process GetNativeSystemInfo GetProductName wine_get_version GetLongPathNameA \
+        SetLayeredWindowAttributes MonitorFromWindow GetMonitorInfoA GetMonitorInfoW DllGetVersion GetLastInputInfo \
+        GetDiskFreeSpaceExA GetDiskFreeSpaceExW; do
+      grep -qx "$name" <<<"$imported" && fail "imports $name, which not every host has"
+    done
+    [ "$(grep -c . <<<"$imported")" -gt 20 ] || fail "could not read the import table"
     characteristics=$(echo "$dump" | sed -n '/^DllCharacteristics/,/^SizeOfStackReserve/p')
     for flag in DYNAMIC_BASE NX_COMPAT NO_SEH; do
       echo "$characteristics" | grep -q "$flag" || fail "DllCharacteristics lacks $flag"

@@ -27,7 +27,12 @@ int calls(const char* function) {
     return it == table().end() ? 0 : it->second.calls;
 }
 
-void reset() { table().clear(); }
+void resetHost();  // Host.cpp
+
+void reset() {
+    table().clear();
+    resetHost();
+}
 
 bool refuse(const char* function) {
     Entry& entry = table()[function];

@@ -3,6 +3,8 @@
 // natively; the real platform offers no such switch.
 #pragma once
 
+#include "winsim.h"
+
 namespace winsim {
 
 // The next `times` calls of the stand-in named `function` fail the way the
@@ -29,5 +31,31 @@ void setTimeZone(int minutesAheadOfUtc);
 
 // Stops the clock at a FILETIME count (UTC); 0 lets it run again.
 void setClock(unsigned long long fileTime);
+
+}  // namespace winsim
+
+namespace winsim {
+
+// The Windows that the version functions describe. accepts: which sizes of
+// the record GetVersionExA fills, 2 both (156 and 148), 1 only 148, 0 none.
+// After reset(): Windows 7, workstation, both sizes.
+void setVersion(DWORD platform, DWORD major, DWORD minor, DWORD build, const char* csd, BYTE productType,
+                int accepts = 2);
+
+// GetSystemMetrics(index) answers value from now on.
+void setSystemMetric(int index, int value);
+
+// A library (by its file name) or an entry point (by its name) that
+// LoadLibraryA or GetProcAddress does not find. After reset() only
+// wine_get_version is missing: winsim is not Wine.
+void setMissing(const char* name, bool missing = true);
+
+// A process that OpenProcess finds, and whether it runs under WOW64. This
+// process is GetCurrentProcessId(), not under WOW64 after reset().
+void setProcess(DWORD processId, bool wow64);
+
+// What the shell's DllGetVersion and kernel32's GetProductName answer.
+void setShellVersion(DWORD major, DWORD minor, DWORD build);
+void setProductName(const char* name);
 
 }  // namespace winsim

@@ -6,7 +6,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include <fstream>
+#include <filesystem>
 #endif
 
 const char* const kNull = "<null>";
@@ -57,13 +57,10 @@ __asm__(
 static void* g_freshLibrary = nullptr;
 
 FreshLibrary::FreshLibrary() {
-    char path[] = "/tmp/csk-fresh-XXXXXX";
-    int fd = mkstemp(path);
-    if (fd < 0) throw std::runtime_error("no temporary file for a fresh library");
-    close(fd);
-    std::ofstream(path, std::ios::binary) << std::ifstream(CSK_LIBRARY_PATH, std::ios::binary).rdbuf();
-    g_freshLibrary = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-    unlink(path);
+    const std::string path = "/tmp/csk-fresh-" + std::to_string(getpid()) + ".so";
+    std::filesystem::copy_file(CSK_LIBRARY_PATH, path, std::filesystem::copy_options::overwrite_existing);
+    g_freshLibrary = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    std::filesystem::remove(path);
     if (!g_freshLibrary) throw std::runtime_error(std::string("a fresh library did not load: ") + dlerror());
 }
 

@@ -95,20 +95,14 @@ inline const VbFunction<HRESULT, double, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esFo
 inline const VbFunction<HRESULT, LONG, BSTR*> esFormatRoman{"esFormatRoman"};
 
 
-// Host identification, shell version and bitness (the 43 host tests are
-// called by name from one table)
+// Host identification, shell version and bitness (the 43 host tests and the
+// six version numbers are called by name from tables)
 inline const VbFunction<HRESULT, OSVERSIONINFOEXA*, VARIANT_BOOL*, VARIANT_BOOL*> esGetVersionEx{"esGetVersionEx"};
 inline const VbFunction<HRESULT, SYSTEM_INFO*, VARIANT_BOOL*> esGetNativeSystemInfo{"esGetNativeSystemInfo"};
 inline const VbFunction<HRESULT, BSTR*> esGetProductName{"esGetProductName"};
-inline const VbFunction<HRESULT, LONG*> esWindowsVersionMajor{"esWindowsVersionMajor"};
-inline const VbFunction<HRESULT, LONG*> esWindowsVersionMinor{"esWindowsVersionMinor"};
-inline const VbFunction<HRESULT, LONG*> esWindowsVersionRevision{"esWindowsVersionRevision"};
 inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsHostWin64{"esIsHostWin64"};
 inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsHostWine{"esIsHostWine"};
 inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsHostWinNT{"esIsHostWinNT"};
-inline const VbFunction<HRESULT, LONG*> esShellVersionMajor{"esShellVersionMajor"};
-inline const VbFunction<HRESULT, LONG*> esShellVersionMinor{"esShellVersionMinor"};
-inline const VbFunction<HRESULT, LONG*> esShellVersionRevision{"esShellVersionRevision"};
 inline const VbFunction<HRESULT, LONG, LONG*> esIsProcessWin64Ex{"esIsProcessWin64Ex"};
 inline const VbFunction<HRESULT, LONG, VARIANT_BOOL*> esIsProcessWin64{"esIsProcessWin64"};
 

@@ -253,6 +253,49 @@ void Host() {
     std::printf("\n");
 }
 
+typedef HRESULT(WINAPI* ModuleName)(LONG, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* PathFlagToText)(BSTR, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* PathToBool)(BSTR, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* PathToDouble)(BSTR, double*);
+typedef HRESULT(WINAPI* PathToLong)(BSTR, LONG*);
+typedef HRESULT(WINAPI* LongToText)(LONG, BSTR*);
+
+// This program's own file: tested, in its long and short forms, measured,
+// and the volume it lies on.
+void Files() {
+    std::printf("\nFiles and volumes\n");
+    auto module = Export<ModuleName>("esGetModuleFileName");
+    auto exists = Export<PathToBool>("esIsFileExist");
+    auto longName = Export<PathFlagToText>("esGetLongFileName");
+    auto shortName = Export<PathFlagToText>("esGetShortFileName");
+    auto size = Export<PathToDouble>("esGetFileSizeEx");
+    auto root = Export<TextToText>("esGetFileRoot");
+    auto label = Export<TextToText>("esGetVolumeName");
+    auto serial = Export<PathToLong>("esGetVolumeSerialNumber");
+    auto format = Export<LongToText>("esFormatVolumeSerialNumber");
+    if (!module || !exists || !longName || !shortName || !size || !root || !label || !serial || !format) return;
+    BSTR me = nullptr, text = nullptr, volume = nullptr;
+    VARIANT_BOOL found = 0;
+    double bytes = 0;
+    LONG number = 0;
+    module(0, VARIANT_TRUE, &me);
+    exists(me, &found);
+    std::printf("  %-24s = %s, esIsFileExist: %s\n", "esGetModuleFileName(0)", Show(me).c_str(), found ? "True" : "False");
+    shortName(me, VARIANT_FALSE, &text);
+    std::printf("  %-24s = %s\n", "esGetShortFileName", Show(text).c_str());
+    longName(text, VARIANT_FALSE, &text);
+    std::printf("  %-24s = %s\n", "esGetLongFileName", Show(text).c_str());
+    size(me, &bytes);
+    std::printf("  %-24s = %.0f bytes\n", "esGetFileSizeEx", bytes);
+    root(me, &volume);
+    label(volume, &text);
+    serial(volume, &number);
+    std::printf("  %-24s = %s, label %s", "esGetFileRoot", Show(volume).c_str(), Show(text).c_str());
+    format(number, &text);
+    std::printf(", serial number %s\n", Show(text).c_str());
+    SysFreeString(me), SysFreeString(text), SysFreeString(volume);
+}
+
 }  // namespace
 
 int main() {
@@ -267,5 +310,6 @@ int main() {
     Values();
     DatesAndFormats();
     Host();
+    Files();
     return 0;
 }

@@ -26,8 +26,24 @@ csk_wine_prefix() {
 # Starts one persistent wineserver and the prefix's own services, with every
 # standard stream redirected: a service that inherited the caller's pipe
 # would keep whatever reads it (ctest, a pipe into tee) waiting forever.
+# Drive T: is an empty folder beside the prefix at every start and stop, for
+# the file system tests to fill. What Wine cannot make itself or reads only
+# when it starts is made here: the folder link that Wine shows as a reparse
+# point, and the drive's label and serial number.
+csk_wine_drive() {
+  local drive
+  drive="$(dirname "$WINEPREFIX")/wine-drive-t"
+  rm -rf "$drive"
+  mkdir -p "$drive/LinkTarget"
+  ln -s LinkTarget "$drive/LinkDir"
+  printf 'MyLabel\n' >"$drive/.windows-label"
+  printf '0A2B03C4\n' >"$drive/.windows-serial"
+  ln -sfn "$drive" "$WINEPREFIX/dosdevices/t:"
+}
+
 csk_wine_start() {
   csk_wine_prefix
+  csk_wine_drive
   wineserver -p </dev/null >/dev/null 2>&1 &
   wine wineboot </dev/null >/dev/null 2>&1 || true
   export CSK_WINE_STARTED=1
@@ -36,4 +52,6 @@ csk_wine_start() {
 csk_wine_stop() {
   wineserver -k </dev/null >/dev/null 2>&1 || true
   wineserver -w </dev/null >/dev/null 2>&1 || true
+  rm -rf "$(dirname "$WINEPREFIX")/wine-drive-t"
+  mkdir -p "$(dirname "$WINEPREFIX")/wine-drive-t"
 }

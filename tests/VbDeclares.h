@@ -106,4 +106,20 @@ inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsHostWinNT{"esIsHostWinNT"};
 inline const VbFunction<HRESULT, LONG, LONG*> esIsProcessWin64Ex{"esIsProcessWin64Ex"};
 inline const VbFunction<HRESULT, LONG, VARIANT_BOOL*> esIsProcessWin64{"esIsProcessWin64"};
 
+
+// File system queries (the twelve tests and the text exports with a flag
+// are called by name from tables)
+inline const VbFunction<HRESULT, BSTR, LONG*> esGetFileAttributes{"esGetFileAttributes"};
+inline const VbFunction<HRESULT, BSTR, LONG*> esGetFileSize{"esGetFileSize"};
+inline const VbFunction<HRESULT, BSTR, double*> esGetFileSizeEx{"esGetFileSizeEx"};
+inline const VbFunction<HRESULT, BSTR, double*> esGetDiskSpaceTotal{"esGetDiskSpaceTotal"};
+inline const VbFunction<HRESULT, BSTR, double*> esGetDiskSpaceFree{"esGetDiskSpaceFree"};
+inline const VbFunction<HRESULT, BSTR, double*, double*, double*, VARIANT_BOOL*> esGetDiskSpace{"esGetDiskSpace"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetVolumeName{"esGetVolumeName"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetVolumeFileSystemName{"esGetVolumeFileSystemName"};
+inline const VbFunction<HRESULT, BSTR, LONG*> esGetVolumeSerialNumber{"esGetVolumeSerialNumber"};
+inline const VbFunction<HRESULT, BSTR, LONG*> esGetVolumeMaximumComponentLength{"esGetVolumeMaximumComponentLength"};
+inline const VbFunction<HRESULT, BSTR, LONG*> esGetVolumeFileSystemFlags{"esGetVolumeFileSystemFlags"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esFormatVolumeSerialNumber{"esFormatVolumeSerialNumber"};
+
 }  // namespace vb

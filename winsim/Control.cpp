@@ -27,11 +27,13 @@ int calls(const char* function) {
     return it == table().end() ? 0 : it->second.calls;
 }
 
-void resetHost();  // Host.cpp
+void resetHost();        // Host.cpp
+void resetFileSystem();  // FileSystem.cpp
 
 void reset() {
     table().clear();
     resetHost();
+    resetFileSystem();
 }
 
 bool refuse(const char* function) {

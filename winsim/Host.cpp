@@ -11,6 +11,14 @@
 #include "winsim.h"
 #include "winsim_control.h"
 
+namespace winsim {
+
+// FileSystem.cpp
+DWORD longPathName(LPCSTR path, LPSTR buffer, DWORD size);
+BOOL diskFreeSpaceEx(LPCSTR path, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free);
+
+}  // namespace winsim
+
 namespace {
 
 struct Host {
@@ -121,6 +129,22 @@ HRESULT WINAPI DllGetVersion(DLLVERSIONINFO* info) {
     return S_OK;
 }
 
+DWORD WINAPI GetLongPathNameA(LPCSTR shortPath, LPSTR buffer, DWORD size) {
+    if (winsim::refuse("GetLongPathNameA")) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return 0;
+    }
+    return winsim::longPathName(shortPath, buffer, size);
+}
+
+BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR path, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free) {
+    if (winsim::refuse("GetDiskFreeSpaceExA")) {
+        SetLastError(ERROR_NOT_READY);
+        return FALSE;
+    }
+    return winsim::diskFreeSpaceEx(path, available, total, free);
+}
+
 const char* const kLibraries[] = {"KERNEL32.DLL", "USER32.DLL", "SHLWAPI.DLL", "SHELL32.DLL", "NTDLL.DLL"};
 
 HMODULE moduleHandle(size_t index) { return reinterpret_cast<HMODULE>(0x7C000000 + 0x100000 * index); }
@@ -140,6 +164,8 @@ const Entry kEntries[] = {
     {"KERNEL32.DLL", "IsWow64Process", asFarProc(IsWow64Process)},
     {"KERNEL32.DLL", "GetNativeSystemInfo", asFarProc(GetNativeSystemInfo)},
     {"KERNEL32.DLL", "GetProductName", asFarProc(GetProductName)},
+    {"KERNEL32.DLL", "GetLongPathNameA", asFarProc(GetLongPathNameA)},
+    {"KERNEL32.DLL", "GetDiskFreeSpaceExA", asFarProc(GetDiskFreeSpaceExA)},
     {"NTDLL.DLL", "wine_get_version", asFarProc(wine_get_version)},
     {"SHELL32.DLL", "DllGetVersion", asFarProc(DllGetVersion)},
 };

@@ -401,3 +401,58 @@ HANDLE WINAPI OpenProcess(DWORD access, BOOL inherit, DWORD processId);
 BOOL WINAPI CloseHandle(HANDLE handle);
 
 }  // extern "C"
+
+// ---- Files, folders and volumes ----
+
+typedef struct _WIN32_FIND_DATAA {
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD dwReserved0;
+    DWORD dwReserved1;
+    CHAR cFileName[MAX_PATH];
+    CHAR cAlternateFileName[14];
+} WIN32_FIND_DATAA;
+
+#define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<intptr_t>(-1)))
+#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
+#define FILE_ATTRIBUTE_READONLY 0x00000001
+#define FILE_ATTRIBUTE_HIDDEN 0x00000002
+#define FILE_ATTRIBUTE_ARCHIVE 0x00000020
+#define FILE_ATTRIBUTE_REPARSE_POINT 0x00000400
+#define ERROR_FILE_NOT_FOUND 2
+#define ERROR_PATH_NOT_FOUND 3
+#define ERROR_ACCESS_DENIED 5
+#define ERROR_INVALID_HANDLE 6
+#define ERROR_NOT_READY 21
+#define ERROR_SHARING_VIOLATION 32
+#define ERROR_INVALID_PARAMETER 87
+#define ERROR_INVALID_NAME 123
+#define ERROR_MOD_NOT_FOUND 126
+
+extern "C" {
+
+// KERNEL32: what a path names. Names are found without regard to case and
+// given back as stored; "*" and "?" are refused as names (winsim does not
+// search by pattern).
+DWORD WINAPI GetFileAttributesA(LPCSTR path);
+HANDLE WINAPI FindFirstFileA(LPCSTR path, WIN32_FIND_DATAA* record);
+BOOL WINAPI FindClose(HANDLE search);
+
+// KERNEL32: spellings of a path. Sizes follow the platform: with no room
+// the size needed with its terminator, with room the length written.
+DWORD WINAPI GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR* filePart);
+DWORD WINAPI GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size);
+DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
+
+// KERNEL32: volumes and their space (GetDiskFreeSpaceExA is reached only
+// through GetProcAddress, as is GetLongPathNameA).
+BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, DWORD* sectorsPerCluster, DWORD* bytesPerSector, DWORD* freeClusters,
+                              DWORD* totalClusters);
+BOOL WINAPI GetVolumeInformationA(LPCSTR root, LPSTR label, DWORD labelSize, DWORD* serial, DWORD* maxComponent,
+                                  DWORD* flags, LPSTR fileSystem, DWORD fileSystemSize);
+
+}  // extern "C"

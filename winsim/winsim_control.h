@@ -59,3 +59,41 @@ void setShellVersion(DWORD major, DWORD minor, DWORD build);
 void setProductName(const char* name);
 
 }  // namespace winsim
+
+namespace winsim {
+
+// The file system: a tree in memory under drive letters ("C:") and UNC
+// shares ("\\Server\Share"). After reset() there is one volume, C:, with
+// nothing in it but its root, and the current directory is "C:\".
+//
+// A volume: its label, serial number, longest name part, flags word, file
+// system's name, and whether it makes short 8.3 names for long ones.
+void addVolume(const char* root, const char* label, DWORD serial, DWORD maxComponent, DWORD flags,
+               const char* fileSystem, bool shortNames = true);
+
+// Its space in bytes, and the geometry that GetDiskFreeSpaceA reports it in
+// (the cluster counts are the byte counts divided, cut to 32 bits).
+void setDiskSpace(const char* root, ULONGLONG total, ULONGLONG free, ULONGLONG available,
+                  DWORD sectorsPerCluster = 8, DWORD bytesPerSector = 512);
+
+// A file or folder, with the folders above it made as needed. The name's
+// last element is stored with the case given; attributes get
+// FILE_ATTRIBUTE_DIRECTORY added for a folder.
+void addFile(const char* path, ULONGLONG size = 0, DWORD attributes = FILE_ATTRIBUTE_ARCHIVE);
+void addDirectory(const char* path, DWORD attributes = 0);
+
+// GetFileAttributesA on this item fails with this error code (5: access
+// denied, 32: a sharing violation); FindFirstFileA still finds it.
+void refuseAttributes(const char* path, DWORD error);
+
+// The current directory that relative paths are read against.
+void setCurrentDirectory(const char* path);
+
+// What GetModuleFileNameA gives for a handle; handle 0 is the program file
+// (after reset(): "C:\Program Files\Corvane\App.exe", not in the tree).
+void setModuleFileName(HMODULE module, const char* path);
+
+// Search handles that FindFirstFileA gave out and FindClose has not closed.
+int openSearches();
+
+}  // namespace winsim

@@ -6,6 +6,8 @@
 #include "Platform.h"
 #include "WorkingString.h"
 
+#include <cstring>
+
 // The module and routine that are running, for the fatal stop's message.
 struct ErrorContext {
     const char* module;
@@ -80,6 +82,34 @@ void HANDBACKEMPTY(BSTR* variable);
 // True when a guarded export answers the input itself: null, or a first
 // unit that is NUL.
 inline bool ISEMPTYBSTR(BSTR text) { return !text || lstrlenW(text) <= 0; }
+
+// The fixed text buffer around a platform call: 1024 characters and a
+// terminator, zero-filled; a longer text is cut without warning.
+const size_t kTextLimit = 1024;
+
+struct TextBuffer {
+    char bytes[kTextLimit + 1];
+    TextBuffer() { std::memset(bytes, 0, sizeof bytes); }
+    explicit TextBuffer(const std::string& text) : TextBuffer() {
+        std::memcpy(bytes, text.data(), text.size() < kTextLimit ? text.size() : kTextLimit);
+    }
+    // An empty working string reaches the platform as a null pointer.
+    static const char* Argument(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
+};
+
+// Text of unknown length from the platform: call(nullptr, 0) tells the
+// size n (0: failure); a buffer of n + 4 NUL bytes is filled by
+// call(buffer, n + 2) (0: failure) and cut at its first NUL. False on
+// failure, with text untouched.
+template <class Call>
+bool TWOCALLFETCH(Call call, std::string& text) {
+    DWORD size = call(nullptr, 0);
+    if (size == 0) return false;
+    std::string buffer(static_cast<size_t>(size) + 4, '\0');
+    if (call(&buffer[0], size + 2) == 0) return false;
+    text = std::move(TRIMNULLBUFFER(buffer));
+    return true;
+}
 
 // Environment references expanded; empty on failure.
 std::string EXPANDENVIRON(const std::string& text);

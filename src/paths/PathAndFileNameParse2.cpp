@@ -12,20 +12,6 @@ static const char kModule[] = "PathAndFileNameParse2";
 
 namespace {
 
-// The fixed text buffer the shell functions work in: 1024 characters and a
-// terminator, zero-filled; a longer text is cut.
-const size_t kTextLimit = 1024;
-
-struct TextBuffer {
-    char bytes[kTextLimit + 1];
-    TextBuffer() { std::memset(bytes, 0, sizeof bytes); }
-    explicit TextBuffer(const std::string& text) : TextBuffer() {
-        std::memcpy(bytes, text.data(), text.size() < kTextLimit ? text.size() : kTextLimit);
-    }
-    // An empty working string reaches the platform as a null pointer.
-    static const char* Argument(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
-};
-
 // Where the shell says the name begins, as an offset into the buffer (and
 // so into the path, which the buffer holds from its start).
 size_t nameOffset(const TextBuffer& buffer) {

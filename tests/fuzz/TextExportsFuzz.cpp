@@ -1,4 +1,5 @@
-// Fuzzing the text exports of path building and path parsing: random BSTRs
+// Fuzzing the text exports of path building, parsing and canonical forms,
+// and the file system tests, on winsim's file system: random BSTRs
 // with NULs, surrogates, every separator, null BSTRs and lengths far beyond
 // the fixed buffers, through the exports as a caller reaches them. Built
 // natively under AddressSanitizer and UndefinedBehaviorSanitizer, which report
@@ -94,7 +95,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::memcpy(&units[0], data + 1, units.size() * 2);
     BSTR in[9] = {};
     Pieces(units, in);
-    const uint8_t choice = data[0], kind = choice % 8, one = (choice >> 3) % 6;
+    static const char* const kFlagged[] = {"esGetFullFileName", "esGetLongFileName", "esGetShortFileName"};
+    const uint8_t choice = data[0], kind = choice % 10, one = (choice >> 3) % 6;
     const VARIANT_BOOL flag = static_cast<VARIANT_BOOL>(choice & 0x80 ? (choice & 0x40 ? 1 : -1) : 0);
     BSTR out = SysAllocStringLen(u"stale", 5);
     HRESULT status =
@@ -102,7 +104,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         : kind < 3 ? Call("esGetFileName", in[0], flag, &out)
         : kind < 6 ? Call(kTwo[kind - 3], in[0], in[1], &out)
         : kind < 7 ? Call("esBuildFileName", in[0], in[1], flag, &out)
-                   : Call("esBuildFileName2", in[0], in[1], in[2], in[3], in[4], in[5], in[6], in[7], in[8], &out);
+        : kind < 8 ? Call("esBuildFileName2", in[0], in[1], in[2], in[3], in[4], in[5], in[6], in[7], in[8], &out)
+        : kind < 9 ? Call(kFlagged[one % 3], in[0], flag, &out)
+                   : Call("esGetVolumeName", in[0], &out);
+    if (kind == 9) {
+        VARIANT_BOOL exists = 7;
+        double size = -7;
+        Check(Call("esIsUnixFileOrDirectoryExist", in[0], &exists) == S_OK && (exists == 0 || exists == -1),
+              "a test answered other than -1 or 0");
+        Check(Call("esGetFileSizeEx", in[0], &size) == S_OK && size >= 0, "a size below 0");
+    }
     Check(status == S_OK, "an export with an out-pointer did not answer 0");
     // The guarded exports (esGetFileName and the four of kOne from
     // esGetFileRoot on) answer a null or empty input with an empty BSTR.

@@ -6,6 +6,7 @@
 #include <oleauto.h>
 #include <olectl.h>
 #include <shlwapi.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -341,6 +342,53 @@ void BenchFileSystem() {
     for (auto it = made.rbegin(); it != made.rend(); ++it) RemoveDirectoryA(it->c_str());
 }
 
+// The registry exports against the open, query or set and close that they
+// must make; a special folder against the shell's own three calls.
+void BenchRegistry() {
+    const char* key = "Software\\CorvaneSupportKitBench";
+    typedef HRESULT(WINAPI * ReadString)(LONG, BSTR, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*, BSTR*);
+    typedef HRESULT(WINAPI * WriteLong)(LONG, BSTR, BSTR, LONG, VARIANT_BOOL, VARIANT_BOOL*);
+    typedef HRESULT(WINAPI * SpecialFolder)(LONG, BSTR*);
+    const LONG currentUser = static_cast<LONG>(0x80000001);
+    BSTR subkey = Make(key), name = Make("Value"), none = Make(""), out = nullptr;
+    VARIANT_BOOL flag;
+    HKEY handle;
+    RegCreateKeyExA(HKEY_CURRENT_USER, key, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle, nullptr);
+    RegSetValueExA(handle, "Value", 0, REG_SZ, reinterpret_cast<const BYTE*>("C:\\Program Files\\Corvane"), 26);
+    RegCloseKey(handle);
+    double reads = NanosecondsPerCall([&] {
+        char data[64];
+        DWORD type, size = 0;
+        RegOpenKeyExA(HKEY_CURRENT_USER, key, 0, KEY_QUERY_VALUE, &handle);
+        RegQueryValueExA(handle, "Value", nullptr, &type, nullptr, &size);
+        RegQueryValueExA(handle, "Value", nullptr, &type, reinterpret_cast<BYTE*>(data), &size);
+        RegCloseKey(handle);
+    });
+    if (auto f = Bind<ReadString>("esReadStringFromRegistry"))
+        Report("esReadStringFromRegistry", "25 chars (floor: open, 2 queries, close)",
+               NanosecondsPerCall([&] { f(currentUser, subkey, name, none, 0, &flag, &out); }), reads);
+    double writes = NanosecondsPerCall([&] {
+        DWORD value = 42;
+        RegCreateKeyExA(HKEY_CURRENT_USER, key, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle, nullptr);
+        RegSetValueExA(handle, "Long", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), 4);
+        RegCloseKey(handle);
+    });
+    BSTR longName = Make("Long");
+    if (auto f = Bind<WriteLong>("esWriteLongToRegistry"))
+        Report("esWriteLongToRegistry", "(floor: create, set, close)",
+               NanosecondsPerCall([&] { f(currentUser, subkey, longName, 42, 0, &flag); }), writes);
+    double shell = NanosecondsPerCall([&] {
+        LPITEMIDLIST list = nullptr;
+        char path[MAX_PATH];
+        if (SHGetSpecialFolderLocation(nullptr, 26, &list) == S_OK) SHGetPathFromIDListA(list, path), CoTaskMemFree(list);
+    });
+    if (auto f = Bind<SpecialFolder>("esGetSpecialFolder"))
+        Report("esGetSpecialFolder", "CSIDL_APPDATA (floor: the shell's 3 calls)",
+               NanosecondsPerCall([&] { f(26, &out); }), shell);
+    SHDeleteKeyA(HKEY_CURRENT_USER, key);
+    SysFreeString(subkey), SysFreeString(name), SysFreeString(none), SysFreeString(longName), SysFreeString(out);
+}
+
 }  // namespace
 
 int main() {
@@ -371,5 +419,6 @@ int main() {
     BenchDatesAndFormats();
     BenchHost();
     BenchFileSystem();
+    BenchRegistry();
     return 0;
 }

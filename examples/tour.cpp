@@ -296,6 +296,55 @@ void Files() {
     SysFreeString(me), SysFreeString(text), SysFreeString(volume);
 }
 
+typedef HRESULT(WINAPI* WriteString)(LONG, BSTR, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* ReadString)(LONG, BSTR, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*, BSTR*);
+typedef HRESULT(WINAPI* DeleteKey)(LONG, BSTR, VARIANT_BOOL, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* NoInputText)(BSTR*);
+typedef HRESULT(WINAPI* SpecialFolder)(LONG, BSTR*);
+typedef HRESULT(WINAPI* TempFile)(BSTR, BSTR, BSTR*);
+
+// A value written, read back and deleted with its key; the system's folders
+// and a few special ones; a temporary file made and removed.
+void RegistryAndFolders() {
+    std::printf("\nRegistry and folders\n");
+    auto write = Export<WriteString>("esWriteStringToRegistry");
+    auto read = Export<ReadString>("esReadStringFromRegistry");
+    auto remove = Export<DeleteKey>("esDeleteKeyFromRegistry");
+    if (write && read && remove) {
+        const LONG currentUser = static_cast<LONG>(0x80000001);
+        Text key("Software\\CorvaneSupportKitTour"), name("Greeting"), value("Hello from the tour"), fallback("");
+        VARIANT_BOOL done = 0, found = 0;
+        BSTR text = nullptr;
+        write(currentUser, key.b, name.b, value.b, VARIANT_FALSE, &done);
+        read(currentUser, key.b, name.b, fallback.b, VARIANT_FALSE, &found, &text);
+        std::printf("  HKCU\\Software\\CorvaneSupportKitTour: written %d, read %s (found %d)", done, Show(text).c_str(), found);
+        remove(currentUser, key.b, VARIANT_TRUE, &done);
+        std::printf(", key deleted %d\n", done);
+        SysFreeString(text);
+    }
+    for (const char* name : {"esGetWindowsPath", "esGetSystemPath", "esGetTempPath", "esGetCurrentDirectory"})
+        if (auto f = Export<NoInputText>(name)) {
+            BSTR text = nullptr;
+            f(&text);
+            std::printf("  %-24s = %s\n", name, Show(text).c_str());
+            SysFreeString(text);
+        }
+    if (auto f = Export<SpecialFolder>("esGetSpecialFolder"))
+        for (LONG csidl : {5, 26, 38, 40}) {
+            BSTR text = nullptr;
+            f(csidl, &text);
+            std::printf("  esGetSpecialFolder(%2ld)  = %s\n", csidl, Show(text).c_str());
+            SysFreeString(text);
+        }
+    if (auto f = Export<TempFile>("esGetTempFileName2")) {
+        BSTR text = nullptr;
+        f(nullptr, Text("tmp").b, &text);
+        std::printf("  %-24s = %s", "esGetTempFileName2", Show(text).c_str());
+        std::printf(", deleted %d\n", text ? DeleteFileW(text) : 0);
+        SysFreeString(text);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -311,5 +360,6 @@ int main() {
     DatesAndFormats();
     Host();
     Files();
+    RegistryAndFolders();
     return 0;
 }

@@ -122,4 +122,29 @@ inline const VbFunction<HRESULT, BSTR, LONG*> esGetVolumeMaximumComponentLength{
 inline const VbFunction<HRESULT, BSTR, LONG*> esGetVolumeFileSystemFlags{"esGetVolumeFileSystemFlags"};
 inline const VbFunction<HRESULT, LONG, BSTR*> esFormatVolumeSerialNumber{"esFormatVolumeSerialNumber"};
 
+
+// Registry and folders
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*, BSTR*> esReadStringFromRegistry{
+    "esReadStringFromRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, LONG, VARIANT_BOOL*, LONG*> esReadLongFromRegistry{
+    "esReadLongFromRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*, VARIANT_BOOL*> esReadBoolFromRegistry{
+    "esReadBoolFromRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*> esWriteStringToRegistry{
+    "esWriteStringToRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, LONG, VARIANT_BOOL, VARIANT_BOOL*> esWriteLongToRegistry{
+    "esWriteLongToRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, VARIANT_BOOL, VARIANT_BOOL*> esWriteBoolToRegistry{
+    "esWriteBoolToRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, BSTR, VARIANT_BOOL*> esDeleteValueFromRegistry{"esDeleteValueFromRegistry"};
+inline const VbFunction<HRESULT, LONG, BSTR, VARIANT_BOOL, VARIANT_BOOL*> esDeleteKeyFromRegistry{
+    "esDeleteKeyFromRegistry"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL*> esSetCurrentDirectory{"esSetCurrentDirectory"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esGetSpecialFolder{"esGetSpecialFolder"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL, BSTR*> esGetPathFromPIDL{"esGetPathFromPIDL"};
+inline const VbFunction<HRESULT, BSTR, BSTR, BSTR*> esGetTempFileName2{"esGetTempFileName2"};
+inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileAppPath{"esGetFileAppPath"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esRegisterAppPath{"esRegisterAppPath"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esUnRegisterAppPath{"esUnRegisterAppPath"};
+
 }  // namespace vb

@@ -29,11 +29,24 @@ int calls(const char* function) {
 
 void resetHost();        // Host.cpp
 void resetFileSystem();  // FileSystem.cpp
+void resetRegistry();    // Registry.cpp
+void resetShell();       // SpecialFolders.cpp
 
 void reset() {
     table().clear();
     resetHost();
     resetFileSystem();
+    resetRegistry();
+    resetShell();
+}
+
+// Every table of handles (processes, searches, files, keys) draws from this
+// one count, so no value is ever in two tables, and one closed or from
+// before a reset() is never handed out again. They stay far below 2^31, so
+// a handle passes through a Long and back unharmed.
+uintptr_t newHandle() {
+    static uintptr_t last = 0x1000;
+    return last += 4;
 }
 
 bool refuse(const char* function) {

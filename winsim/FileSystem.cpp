@@ -1,6 +1,7 @@
 // The file system: volumes under drive letters ("C:") and UNC shares
 // ("\\Server\Share"), each a tree of folders and files in memory, the
-// current directory, the names of the modules, and the open searches.
+// current directory, the system's folders, the names of the modules, the
+// open searches and the files opened by CreateFileA.
 //
 // A path is read as the platform reads it when it opens one: "/" is "\",
 // a relative path is taken against the current directory, doubled
@@ -29,9 +30,11 @@ namespace {
 const DWORD kBadLength = 24;            // ERROR_BAD_LENGTH
 const DWORD kBadNetPath = 53;           // ERROR_BAD_NETPATH: no such server
 const DWORD kBadNetName = 67;           // ERROR_BAD_NET_NAME: no such share
+const DWORD kFileExists = 80;           // ERROR_FILE_EXISTS
 const DWORD kInsufficientBuffer = 122;  // ERROR_INSUFFICIENT_BUFFER
 const DWORD kDirNotRoot = 144;          // ERROR_DIR_NOT_ROOT
 const DWORD kBadPathname = 161;         // ERROR_BAD_PATHNAME
+const DWORD kAlreadyExists = 183;       // ERROR_ALREADY_EXISTS: CREATE_ALWAYS found the file
 const DWORD kNameTooLong = 206;         // ERROR_FILENAME_EXCED_RANGE
 const DWORD kNotAFolder = 267;          // ERROR_DIRECTORY
 
@@ -89,16 +92,35 @@ struct Volume {
     Item root;
 };
 
+// A file that CreateFileA opened (for writing), and how it lets others
+// open it too.
+struct OpenFile {
+    Item* item;
+    DWORD share;
+};
+
 struct FileSystem {
     std::map<std::string, Volume, NoCase> volumes;  // by "C:" or "\\server\share"
     std::string currentDirectory = "C:\\";           // always ends in a separator
+    std::string windowsFolder = "C:\\Windows", systemFolder = "C:\\Windows\\System32", tempFolder = "C:\\Temp\\";
     std::map<HMODULE, std::string> modules;
     std::set<HANDLE> searches;
+    std::map<HANDLE, OpenFile> files;
 };
 
+Item folderItem(const char* name) {
+    Item made;
+    made.name = name;
+    return made;
+}
+
+// C: with the system's folders on it.
 FileSystem makeFileSystem() {
     FileSystem made;
-    made.volumes["C:"];
+    Item& root = made.volumes["C:"].root;
+    root.children.push_back(folderItem("Windows"));
+    root.children.back().children.push_back(folderItem("System32"));
+    root.children.push_back(folderItem("Temp"));
     made.modules[nullptr] = "C:\\Program Files\\Corvane\\App.exe";
     return made;
 }
@@ -312,6 +334,28 @@ DWORD locate(const char* path, Item*& item, bool search = false, Volume** onVolu
     return place.trailing && !at->folder() ? ERROR_PATH_NOT_FOUND : 0;
 }
 
+// Where CreateFileA puts a file: the volume, the folder that holds the last
+// name, and the item of that name there (null when there is none). A root
+// cannot be opened for writing; a name that does not exist yet cannot end
+// in a separator.
+DWORD locateNew(const char* path, Volume*& volume, Item*& folder, Item*& item, std::string& name) {
+    Place place;
+    if (DWORD error = placeOfPath(path, place)) return error;
+    if (DWORD error = volumeOf(place, volume)) return error;
+    if (place.names.empty()) return ERROR_ACCESS_DENIED;
+    for (const std::string& each : place.names)
+        if (!validName(each)) return ERROR_INVALID_NAME;
+    folder = &volume->root;
+    for (size_t i = 0; i + 1 < place.names.size(); ++i) {
+        folder = child(*folder, place.names[i]);
+        if (!folder || !folder->folder()) return ERROR_PATH_NOT_FOUND;
+    }
+    name = place.names.back();
+    item = child(*folder, name);
+    if (place.trailing && !item) return ERROR_INVALID_NAME;
+    return place.trailing && !item->folder() ? ERROR_PATH_NOT_FOUND : 0;
+}
+
 // A name that is a valid 8.3 name as it stands: one to eight characters,
 // then optionally a dot and one to three more, with no space and none of
 // the characters that short names leave out. Lower case is allowed.
@@ -483,7 +527,20 @@ Item& make(const char* control, const char* path, bool folder) {
 
 namespace winsim {
 
+uintptr_t newHandle();  // Control.cpp
+
 void resetFileSystem() { fs() = makeFileSystem(); }
+
+// Upper case in Windows-1252: the registry compares its names so too.
+unsigned char foldCase(unsigned char c) { return fold(c); }
+
+// For CloseHandle (Host.cpp): false when the handle is no open file.
+bool closeFile(HANDLE handle) { return fs().files.erase(handle) != 0; }
+
+void setSystemFolders(const char* windows, const char* system, const char* temp) {
+    if (!windows || !system || !temp) throw std::invalid_argument("winsim::setSystemFolders: a null folder");
+    fs().windowsFolder = windows, fs().systemFolder = system, fs().tempFolder = temp;
+}
 
 int openSearches() { return static_cast<int>(fs().searches.size()); }
 
@@ -581,7 +638,6 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path) {
 // other wildcards "<", ">", '"') is refused, since winsim does not search.
 // The record's times are 0: the tree keeps none.
 HANDLE WINAPI FindFirstFileA(LPCSTR path, WIN32_FIND_DATAA* record) {
-    static uintptr_t lastHandle = 0x6000;
     Item* item = nullptr;
     DWORD error = 0;
     if (winsim::refuse("FindFirstFileA")) error = ERROR_ACCESS_DENIED;
@@ -599,7 +655,7 @@ HANDLE WINAPI FindFirstFileA(LPCSTR path, WIN32_FIND_DATAA* record) {
     record->nFileSizeLow = static_cast<DWORD>(item->size);
     std::strncpy(record->cFileName, item->name.c_str(), sizeof record->cFileName - 1);
     std::strncpy(record->cAlternateFileName, item->shortName.c_str(), sizeof record->cAlternateFileName - 1);
-    HANDLE search = reinterpret_cast<HANDLE>(lastHandle += 4);
+    HANDLE search = reinterpret_cast<HANDLE>(winsim::newHandle());
     fs().searches.insert(search);
     return search;
 }
@@ -690,6 +746,106 @@ BOOL WINAPI GetVolumeInformationA(LPCSTR root, LPSTR label, DWORD labelSize, DWO
     if (flags) *flags = volume->flags;
     if (fileSystem) std::memcpy(fileSystem, volume->fileSystem.c_str(), volume->fileSystem.size() + 1);
     return TRUE;
+}
+
+UINT WINAPI GetWindowsDirectoryA(LPSTR buffer, UINT size) {
+    if (winsim::refuse("GetWindowsDirectoryA")) return fail(ERROR_ACCESS_DENIED);
+    return handBack(fs().windowsFolder, buffer, size);
+}
+
+UINT WINAPI GetSystemDirectoryA(LPSTR buffer, UINT size) {
+    if (winsim::refuse("GetSystemDirectoryA")) return fail(ERROR_ACCESS_DENIED);
+    return handBack(fs().systemFolder, buffer, size);
+}
+
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer) {
+    if (winsim::refuse("GetTempPathA")) return fail(ERROR_ACCESS_DENIED);
+    return handBack(fs().tempFolder, buffer, size);
+}
+
+// The current directory loses its closing separator, except at a drive's
+// root ("C:\"); a share's root loses it too ("\\Server\Share").
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) {
+    if (winsim::refuse("GetCurrentDirectoryA")) return fail(ERROR_ACCESS_DENIED);
+    std::string current = fs().currentDirectory;
+    if (current[current.size() - 2] != ':') current.pop_back();
+    return handBack(current, buffer, size);
+}
+
+// The folder is kept as the caller spelled it, made full as
+// GetFullPathNameA makes it, with a closing separator that must fit in
+// MAX_PATH - 1 characters. A literal path ("\\?\") is not taken: relative
+// paths could not be read against it.
+BOOL WINAPI SetCurrentDirectoryA(LPCSTR path) {
+    Item* item = nullptr;
+    DWORD error = 0;
+    if (winsim::refuse("SetCurrentDirectoryA")) error = ERROR_ACCESS_DENIED;
+    else if (!path) error = ERROR_INVALID_PARAMETER;
+    else if (!*path) error = ERROR_INVALID_NAME;
+    else if (std::strncmp(path, "\\\\?\\", 4) == 0) error = ERROR_INVALID_PARAMETER;
+    else error = locate(path, item);
+    if (!error && item->refusal) error = item->refusal;
+    if (!error && !item->folder()) error = kNotAFolder;
+    std::string full = error ? "" : fullPath(path);
+    if (!error && full.back() != '\\') full += '\\';
+    if (!error && full.size() >= MAX_PATH) error = kNameTooLong;
+    if (error) return fail(error);
+    fs().currentDirectory = full;
+    return TRUE;
+}
+
+// A file made empty for writing: GENERIC_WRITE with CREATE_NEW or
+// CREATE_ALWAYS, the attributes of a plain file, no template; anything else
+// is not modelled and refused. A new file gets the attributes asked for and
+// FILE_ATTRIBUTE_ARCHIVE; an existing one is cut to nothing (last error
+// ERROR_ALREADY_EXISTS) unless it is a folder, read-only, or hidden or a
+// system file that the call does not say it is. Opening an item that
+// refuseAttributes holds fails as GetFileAttributesA does. Both opens are
+// for writing, so two of them clash unless both share writing.
+HANDLE WINAPI CreateFileA(LPCSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition,
+                          DWORD flags, HANDLE templateFile) {
+    const DWORD kShareAll = 0x7;    // FILE_SHARE_READ, _WRITE and _DELETE
+    const DWORD kShareWrite = 0x2;  // FILE_SHARE_WRITE
+    const DWORD kSystem = 0x4;      // FILE_ATTRIBUTE_SYSTEM
+    const DWORD kFileAttributes =
+        FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | kSystem | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL;
+    Volume* volume = nullptr;
+    Item *folder = nullptr, *item = nullptr;
+    std::string name;
+    DWORD error = 0;
+    if (winsim::refuse("CreateFileA")) error = ERROR_ACCESS_DENIED;
+    else if (access != GENERIC_WRITE || (disposition != CREATE_NEW && disposition != CREATE_ALWAYS) ||
+             (flags & ~kFileAttributes) || (share & ~kShareAll) || templateFile)
+        error = ERROR_INVALID_PARAMETER;
+    else error = locateNew(path, volume, folder, item, name);
+    if (!error && item) {
+        if (disposition == CREATE_NEW) error = kFileExists;
+        else if (item->refusal) error = item->refusal;
+        else if (item->folder() || (item->attributes & FILE_ATTRIBUTE_READONLY) ||
+                 (item->attributes & (FILE_ATTRIBUTE_HIDDEN | kSystem) & ~flags))
+            error = ERROR_ACCESS_DENIED;
+        for (const auto& open : fs().files)
+            if (!error && open.second.item == item && !(open.second.share & share & kShareWrite))
+                error = ERROR_SHARING_VIOLATION;
+    }
+    if (error) {
+        SetLastError(error);
+        return INVALID_HANDLE_VALUE;
+    }
+    const bool existed = item != nullptr;
+    if (!existed) {
+        Item made;
+        made.name = name;
+        if (volume->shortNames && !isShortName(name)) made.shortName = makeShortName(name, *folder);
+        folder->children.push_back(made);
+        item = &folder->children.back();
+    }
+    SetLastError(existed ? kAlreadyExists : 0);
+    item->size = 0;
+    item->attributes = (flags & ~FILE_ATTRIBUTE_NORMAL) | FILE_ATTRIBUTE_ARCHIVE;
+    HANDLE handle = reinterpret_cast<HANDLE>(winsim::newHandle());
+    fs().files[handle] = OpenFile{item, share};
+    return handle;
 }
 
 }  // extern "C"

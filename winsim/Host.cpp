@@ -1,6 +1,6 @@
 // The host: the version record, system facts and metrics, the five system
-// libraries with the optional entry points that winsim implements, and a
-// table of processes.
+// libraries with the optional entry points that winsim implements, a table
+// of processes, and CloseHandle for processes and files alike.
 #include <strings.h>
 
 #include <cstring>
@@ -16,6 +16,9 @@ namespace winsim {
 // FileSystem.cpp
 DWORD longPathName(LPCSTR path, LPSTR buffer, DWORD size);
 BOOL diskFreeSpaceEx(LPCSTR path, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free);
+bool closeFile(HANDLE handle);
+
+uintptr_t newHandle();  // Control.cpp
 
 }  // namespace winsim
 
@@ -254,19 +257,19 @@ HANDLE WINAPI GetCurrentProcess(void) { return kThisProcessHandle; }
 DWORD WINAPI GetCurrentProcessId(void) { return kThisProcess; }
 
 HANDLE WINAPI OpenProcess(DWORD access, BOOL, DWORD processId) {
-    static uintptr_t next = 0x2000;
     if (winsim::refuse("OpenProcess") || access != PROCESS_QUERY_INFORMATION || !host().wow64.count(processId)) {
         SetLastError(87);  // ERROR_INVALID_PARAMETER, as for an identifier that names no process
         return nullptr;
     }
-    HANDLE handle = reinterpret_cast<HANDLE>(next += 4);
+    HANDLE handle = reinterpret_cast<HANDLE>(winsim::newHandle());
     host().open[handle] = processId;
     return handle;
 }
 
+// Closes a process handle from OpenProcess or a file from CreateFileA.
 BOOL WINAPI CloseHandle(HANDLE handle) {
     winsim::refuse("CloseHandle");
-    if (host().open.erase(handle)) return TRUE;
+    if (host().open.erase(handle) || winsim::closeFile(handle)) return TRUE;
     SetLastError(6);  // ERROR_INVALID_HANDLE
     return FALSE;
 }

@@ -456,3 +456,81 @@ BOOL WINAPI GetVolumeInformationA(LPCSTR root, LPSTR label, DWORD labelSize, DWO
                                   DWORD* flags, LPSTR fileSystem, DWORD fileSystemSize);
 
 }  // extern "C"
+
+// ---- The registry, system folders, special folders and new files ----
+
+typedef struct HKEY__* HKEY;
+typedef HKEY* PHKEY;
+typedef DWORD REGSAM;
+typedef BYTE* LPBYTE;
+typedef struct _ITEMIDLIST ITEMIDLIST;
+typedef ITEMIDLIST* LPITEMIDLIST;
+typedef const ITEMIDLIST* LPCITEMIDLIST;
+
+typedef struct _SECURITY_ATTRIBUTES {
+    DWORD nLength;
+    LPVOID lpSecurityDescriptor;
+    BOOL bInheritHandle;
+} SECURITY_ATTRIBUTES;
+
+// The predefined roots, as 64-bit Windows widens them: sign-extended.
+#define HKEY_CLASSES_ROOT (reinterpret_cast<HKEY>(static_cast<intptr_t>(static_cast<LONG>(0x80000000u))))
+#define HKEY_CURRENT_USER (reinterpret_cast<HKEY>(static_cast<intptr_t>(static_cast<LONG>(0x80000001u))))
+#define HKEY_LOCAL_MACHINE (reinterpret_cast<HKEY>(static_cast<intptr_t>(static_cast<LONG>(0x80000002u))))
+#define HKEY_USERS (reinterpret_cast<HKEY>(static_cast<intptr_t>(static_cast<LONG>(0x80000003u))))
+#define REG_NONE 0
+#define REG_SZ 1
+#define REG_EXPAND_SZ 2
+#define REG_BINARY 3
+#define REG_DWORD 4
+#define REG_DWORD_BIG_ENDIAN 5
+#define REG_MULTI_SZ 7
+#define KEY_QUERY_VALUE 0x0001
+#define KEY_SET_VALUE 0x0002
+#define REG_OPTION_NON_VOLATILE 0
+#define ERROR_SUCCESS 0
+#define ERROR_MORE_DATA 234
+#define ERROR_DIR_NOT_EMPTY 145
+#define GENERIC_WRITE 0x40000000u
+#define CREATE_NEW 1
+#define CREATE_ALWAYS 2
+#define CSIDL_FLAG_CREATE 0x8000
+
+extern "C" {
+
+// ADVAPI32: the registry. 0 is success, any other value an error code.
+// A value name or subkey that is null or empty means the key's default
+// value, or the key of the handle itself.
+LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR subkey, DWORD options, REGSAM access, PHKEY result);
+LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR keyClass, DWORD options, REGSAM access,
+                            SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
+LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size);
+LONG WINAPI RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size);
+LONG WINAPI RegDeleteValueA(HKEY key, LPCSTR name);
+LONG WINAPI RegCloseKey(HKEY key);
+
+// SHLWAPI: a key with everything under it, or a key only if it has no
+// subkeys.
+DWORD WINAPI SHDeleteKeyA(HKEY key, LPCSTR subkey);
+DWORD WINAPI SHDeleteEmptyKeyA(HKEY key, LPCSTR subkey);
+
+// KERNEL32: the system's folders and the current directory, in the size
+// convention of GetFullPathNameA (GetWindowsDirectoryA and
+// GetSystemDirectoryA likewise).
+UINT WINAPI GetWindowsDirectoryA(LPSTR buffer, UINT size);
+UINT WINAPI GetSystemDirectoryA(LPSTR buffer, UINT size);
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer);
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer);
+BOOL WINAPI SetCurrentDirectoryA(LPCSTR path);
+
+// KERNEL32: a new file, on winsim's file system (CREATE_NEW and
+// CREATE_ALWAYS, for writing); closed with CloseHandle.
+HANDLE WINAPI CreateFileA(LPCSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
+                          DWORD flags, HANDLE templateFile);
+
+// SHELL32 and OLE32: special folders as item identifier lists.
+HRESULT WINAPI SHGetSpecialFolderLocation(HWND owner, int folder, LPITEMIDLIST* list);
+BOOL WINAPI SHGetPathFromIDListA(LPCITEMIDLIST list, LPSTR path);
+void WINAPI CoTaskMemFree(LPVOID memory);
+
+}  // extern "C"

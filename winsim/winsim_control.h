@@ -3,6 +3,8 @@
 // natively; the real platform offers no such switch.
 #pragma once
 
+#include <string>
+
 #include "winsim.h"
 
 namespace winsim {
@@ -64,7 +66,8 @@ namespace winsim {
 
 // The file system: a tree in memory under drive letters ("C:") and UNC
 // shares ("\\Server\Share"). After reset() there is one volume, C:, with
-// nothing in it but its root, and the current directory is "C:\".
+// nothing in it but the system's folders (see setSystemFolders), no file
+// open, and the current directory is "C:\".
 //
 // A volume: its label, serial number, longest name part, flags word, file
 // system's name, and whether it makes short 8.3 names for long ones.
@@ -83,7 +86,8 @@ void addFile(const char* path, ULONGLONG size = 0, DWORD attributes = FILE_ATTRI
 void addDirectory(const char* path, DWORD attributes = 0);
 
 // GetFileAttributesA on this item fails with this error code (5: access
-// denied, 32: a sharing violation); FindFirstFileA still finds it.
+// denied, 32: a sharing violation), and so does opening it (CreateFileA
+// with CREATE_ALWAYS, SetCurrentDirectoryA); FindFirstFileA still finds it.
 void refuseAttributes(const char* path, DWORD error);
 
 // The current directory that relative paths are read against.
@@ -95,5 +99,43 @@ void setModuleFileName(HMODULE module, const char* path);
 
 // Search handles that FindFirstFileA gave out and FindClose has not closed.
 int openSearches();
+
+}  // namespace winsim
+
+namespace winsim {
+
+// The registry: after reset() the predefined roots, each empty.
+//
+// A value with its exact bytes, the keys on the way made as needed.
+void setRegistryValue(HKEY root, const char* subkey, const char* name, DWORD type, const void* data, DWORD size);
+
+// A value as stored (false if there is none), and whether a key exists.
+bool registryValue(HKEY root, const char* subkey, const char* name, DWORD* type, std::string* bytes);
+bool registryKeyExists(HKEY root, const char* subkey);
+
+// Once the next RegQueryValueExA without a data buffer has answered for
+// this value, the value becomes the one given: a value that changes between
+// a reader's two queries.
+void changeAfterNextQuery(HKEY root, const char* subkey, const char* name, DWORD type, const void* data, DWORD size);
+
+// Keys opened or created and not yet closed.
+int openKeys();
+
+// The system's folders (after reset(): "C:\Windows", "C:\Windows\System32"
+// and "C:\Temp\", which exist on drive C:). The texts are taken as given;
+// no folder is made for them.
+void setSystemFolders(const char* windows, const char* system, const char* temp);
+
+// The shell's special folders: a CSIDL number that the shell knows, with
+// its path (shorter than MAX_PATH), or with none (nullptr: a virtual
+// folder). After reset() the shell knows none, and
+// SHGetSpecialFolderLocation fails with E_INVALIDARG.
+void setSpecialFolder(int csidl, const char* path);
+
+// An item identifier list as the shell would give one (nullptr: a virtual
+// folder), and how many lists are alive (made and not yet freed). A list,
+// like a handle, fits in 32 bits; reset() frees every list.
+LPITEMIDLIST makeItemIdList(const char* path);
+int liveItemIdLists();
 
 }  // namespace winsim

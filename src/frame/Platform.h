@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <oleauto.h>
 #include <shlwapi.h>
+#include <shlobj.h>
 #include <float.h>
 #include <olectl.h>
 #else

@@ -104,7 +104,7 @@ std::string Escape(const std::string& text) {
 // The shell functions as the library calls them: on a zero-filled buffer of
 // 1025 bytes holding Left(text, 1024). The relative path goes from the base
 // as a folder to the path as a file; PathCombineA gets an empty text as null.
-std::string Shell(const std::string& path, const std::string& base) {
+std::string ShellAnswers(const std::string& path, const std::string& base) {
     char root[1025] = {}, name[1025] = {}, relative[1025] = {}, combined[1025] = {};
     path.copy(root, 1024), path.copy(name, 1024);
     BOOL stripped = PathStripToRootA(root);
@@ -250,7 +250,7 @@ int main(int argc, char** argv) {
     if (mode == "count") return std::printf("%u\n", static_cast<unsigned>(corpus.size())) < 0;
     if (mode != "shell" && mode != "exports") return std::fputs("usage: path_corpus MODE\n", stderr), 2;
     for (size_t i = 0; i < corpus.size(); ++i) {
-        std::string base = BaseFor(corpus, i), fields = mode == "shell" ? Shell(corpus[i], base)
+        std::string base = BaseFor(corpus, i), fields = mode == "shell" ? ShellAnswers(corpus[i], base)
                                                                            : Exports(corpus[i], base);
         std::puts((std::to_string(i) + '\t' + Escape(corpus[i]) + '\t' + Escape(base) + fields).c_str());
     }

@@ -31,6 +31,8 @@ void resetHost();        // Host.cpp
 void resetFileSystem();  // FileSystem.cpp
 void resetRegistry();    // Registry.cpp
 void resetShell();       // SpecialFolders.cpp
+void resetDesktop();     // Desktop.cpp
+void resetTicks();       // Counters.cpp
 
 void reset() {
     table().clear();
@@ -38,6 +40,8 @@ void reset() {
     resetFileSystem();
     resetRegistry();
     resetShell();
+    resetDesktop();
+    resetTicks();
 }
 
 // Every table of handles (processes, searches, files, keys) draws from this

@@ -13,7 +13,18 @@ uint64_t monotonicNanoseconds() {
     return static_cast<uint64_t>(now.tv_sec) * 1000000000u + static_cast<uint64_t>(now.tv_nsec);
 }
 
+// A tick count stopped by a test (0: running), and the last input.
+DWORD g_frozenTick = 0, g_lastInput = 0;
+
 }  // namespace
+
+namespace winsim {
+
+void setTicks(DWORD tick, DWORD lastInput) { g_frozenTick = tick, g_lastInput = lastInput; }
+void resetTicks() { g_frozenTick = g_lastInput = 0; }
+DWORD lastInputTick() { return g_lastInput; }
+
+}  // namespace winsim
 
 extern "C" {
 
@@ -31,7 +42,7 @@ BOOL WINAPI QueryPerformanceFrequency(LARGE_INTEGER* frequency) {
 
 DWORD WINAPI GetTickCount(void) {
     winsim::refuse("GetTickCount");
-    return static_cast<DWORD>(monotonicNanoseconds() / 1000000u);
+    return g_frozenTick ? g_frozenTick : static_cast<DWORD>(monotonicNanoseconds() / 1000000u);
 }
 
 }  // extern "C"

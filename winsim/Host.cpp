@@ -22,6 +22,10 @@ uintptr_t newHandle();  // Control.cpp
 
 }  // namespace winsim
 
+namespace winsim {
+DWORD lastInputTick();  // Counters.cpp
+}  // namespace winsim
+
 namespace {
 
 struct Host {
@@ -148,6 +152,16 @@ BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR path, ULARGE_INTEGER* available, ULARGE_I
     return winsim::diskFreeSpaceEx(path, available, total, free);
 }
 
+// The tick of the last input, as GetTickCount counts (Counters.cpp).
+BOOL WINAPI GetLastInputInfo(LASTINPUTINFO* info) {
+    if (winsim::refuse("GetLastInputInfo") || !info || info->cbSize != sizeof(LASTINPUTINFO)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    info->dwTime = winsim::lastInputTick();
+    return TRUE;
+}
+
 const char* const kLibraries[] = {"KERNEL32.DLL", "USER32.DLL", "SHLWAPI.DLL", "SHELL32.DLL", "NTDLL.DLL"};
 
 HMODULE moduleHandle(size_t index) { return reinterpret_cast<HMODULE>(0x7C000000 + 0x100000 * index); }
@@ -171,6 +185,7 @@ const Entry kEntries[] = {
     {"KERNEL32.DLL", "GetDiskFreeSpaceExA", asFarProc(GetDiskFreeSpaceExA)},
     {"NTDLL.DLL", "wine_get_version", asFarProc(wine_get_version)},
     {"SHELL32.DLL", "DllGetVersion", asFarProc(DllGetVersion)},
+    {"USER32.DLL", "GetLastInputInfo", asFarProc(GetLastInputInfo)},
 };
 
 }  // namespace

@@ -534,3 +534,46 @@ BOOL WINAPI SHGetPathFromIDListA(LPCITEMIDLIST list, LPSTR path);
 void WINAPI CoTaskMemFree(LPVOID memory);
 
 }  // extern "C"
+
+// ---- Windows of the calling thread, input and the desktop ----
+
+typedef BOOL(CALLBACK* WNDENUMPROC)(HWND window, LPARAM parameter);
+typedef struct HDESK__* HDESK;
+
+#define SW_HIDE 0
+#define SW_SHOWDEFAULT 10
+#define SPI_GETSCREENSAVERRUNNING 0x0072
+#define DESKTOP_SWITCHDESKTOP 0x0100
+#define MB_ICONHAND 0x00000010
+#define MB_TASKMODAL 0x00002000
+
+extern "C" {
+
+// KERNEL32 and USER32: the calling thread and its windows, enumerated in
+// the order they were made.
+DWORD WINAPI GetCurrentThreadId(void);
+BOOL WINAPI EnumThreadWindows(DWORD thread, WNDENUMPROC callback, LPARAM parameter);
+BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC callback, LPARAM parameter);
+int WINAPI GetClassNameA(HWND window, LPSTR buffer, int size);
+int WINAPI GetWindowTextLengthA(HWND window);
+int WINAPI GetWindowTextA(HWND window, LPSTR buffer, int size);
+BOOL WINAPI ShowWindow(HWND window, int command);
+HWND WINAPI GetActiveWindow(void);
+
+// USER32: the keyboard, the desktop and the screen saver.
+SHORT WINAPI GetAsyncKeyState(int key);
+SHORT WINAPI GetKeyState(int key);
+HDESK WINAPI OpenInputDesktop(DWORD flags, BOOL inherit, DWORD access);
+BOOL WINAPI CloseDesktop(HDESK desktop);
+BOOL WINAPI SystemParametersInfoA(UINT action, UINT parameter, LPVOID data, UINT winIni);
+
+// KERNEL32: the wide Windows folder (a host without Unicode answers 0) and
+// the error mode.
+UINT WINAPI GetWindowsDirectoryW(LPWSTR buffer, UINT size);
+UINT WINAPI SetErrorMode(UINT mode);
+
+// SHELL32 and USER32: what was asked is recorded (winsim::lastCall).
+HINSTANCE WINAPI ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR directory, INT show);
+int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
+
+}  // extern "C"

@@ -139,3 +139,35 @@ LPITEMIDLIST makeItemIdList(const char* path);
 int liveItemIdLists();
 
 }  // namespace winsim
+
+namespace winsim {
+
+// A window of the calling thread (or of another thread), a top-level one
+// or a child of parent, visible. Handles fit in 32 bits.
+HWND addWindow(const char* className, const char* title = "", HWND parent = nullptr, bool otherThread = false);
+bool windowVisible(HWND window);
+
+// The tick count stopped at tick (0 lets it run), and the tick of the last
+// input that GetLastInputInfo reports.
+void setTicks(DWORD tick, DWORD lastInput);
+
+// What GetAsyncKeyState and GetKeyState answer for a key (0 after reset()).
+void setKeyState(int key, SHORT async, SHORT state);
+
+// A host without the wide calls, a locked workstation (OpenInputDesktop
+// refuses), a running screen saver, and ShellExecuteA's result (2, file
+// not found, after reset()).
+void setUnicode(bool available);
+void setWorkstationLocked(bool locked);
+void setScreenSaverRunning(bool running);
+void setShellExecuteResult(intptr_t result);
+
+// The arguments of the latest call of ShellExecuteA or MessageBoxA, joined
+// by "|" ("" if there was none since reset()).
+std::string lastCall(const char* function);
+
+// An address below 2 GiB, in executable memory, that jumps to function:
+// for calling a test's function through a 32-bit Long.
+LONG callableAt32Bits(void* function);
+
+}  // namespace winsim

@@ -254,6 +254,7 @@ void BenchDatesAndFormats() {
 }
 
 HRESULT WINAPI EmptyBoolOut(VARIANT_BOOL*) { return S_OK; }
+HRESULT WINAPI EmptyLongOut(LONG*) { return S_OK; }
 
 // Host tests read the record kept since the first call; esIsProcessWin64Ex
 // opens the process and asks IsWow64Process twice, which the platform's share
@@ -391,6 +392,32 @@ void BenchRegistry() {
 
 }  // namespace
 
+// The Thunder windows are enumerated by the first query only; esCLng reads
+// its text after the BSTR conversion that every text input costs.
+void BenchVbHost() {
+    typedef HRESULT(WINAPI * LongOut)(LONG*);
+    typedef HRESULT(WINAPI * TextToLong)(BSTR, LONG*);
+    LONG answer = 0;
+    volatile LongOut empty = EmptyLongOut;
+    double floor = NanosecondsPerCall([&] { empty(&answer); });
+    if (auto f = Bind<LongOut>("esGetVBVersion")) {
+        f(&answer);
+        Report("esGetVBVersion", "record kept (floor: empty call)", NanosecondsPerCall([&] { f(&answer); }), floor);
+    }
+    if (auto f = Bind<TextToLong>("esCLng"))
+        for (const char* text : {"&HFF", "12345"}) {
+            BSTR in = Make(text);
+            char bytes[32];
+            double conversion = NanosecondsPerCall([&] {
+                WideCharToMultiByte(CP_ACP, 0, in, static_cast<int>(SysStringLen(in)), bytes, sizeof bytes, nullptr,
+                                    nullptr);
+            });
+            Report("esCLng", (std::string(text) + " (floor: BSTR conversion)").c_str(),
+                   NanosecondsPerCall([&] { f(in, &answer); }), conversion);
+            SysFreeString(in);
+        }
+}
+
 int main() {
     library = LoadLibraryA("CorvaneSupportKit0100.dll");
     if (!library) {
@@ -420,5 +447,6 @@ int main() {
     BenchHost();
     BenchFileSystem();
     BenchRegistry();
+    BenchVbHost();
     return 0;
 }

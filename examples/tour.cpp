@@ -5,6 +5,7 @@
 #include <oleauto.h>
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -345,6 +346,32 @@ void RegistryAndFolders() {
     }
 }
 
+typedef HRESULT(WINAPI* TextToLong)(BSTR, LONG*);
+typedef HRESULT(WINAPI* DoubleAnswer)(double*);
+
+// What hosts this program: a console program has no Visual Basic runtime
+// window, so the version is 0 and there is no main window title.
+void VisualBasicHost() {
+    std::printf("\nThe Visual Basic host and the desktop\n");
+    const LONG runtime = AskLong("esGetVBVersion");
+    std::printf("  %-22s= %ld (%s)\n", "esGetVBVersion", runtime, runtime ? "a Visual Basic runtime" : "none: a console program");
+    std::printf("  %-22s= %s\n", "esIsInIDE", AskBool("esIsInIDE") ? "True" : "False");
+    std::printf("  %-22s= %s\n", "esIsUnicodeAvailable", AskBool("esIsUnicodeAvailable") ? "True" : "False");
+    if (auto f = Export<DoubleAnswer>("esGetIdleTimeInterval")) {
+        double idle = 0;
+        const HRESULT status = f(&idle);
+        std::printf("  %-22s= %.0f ms%s\n", "esGetIdleTimeInterval", idle, status ? " (the host cannot tell)" : "");
+    }
+    std::printf("  %-22s= 0x%lX\n", "esGetErrorMode", AskLong("esGetErrorMode"));
+    std::printf("  %-22s= %s\n", "esIsWorkstationLocked", AskBool("esIsWorkstationLocked") ? "True" : "False");
+    if (auto f = Export<TextToLong>("esCLng"))
+        for (const char* text : {"  42", "&HFF", "&O17", "&B101", "3.7", "4294967295", "12abc"}) {
+            LONG value = 0;
+            f(Text(text).b, &value);
+            std::printf("  esCLng(\"%s\")%*s= %ld\n", text, int(12 - std::strlen(text)), "", value);
+        }
+}
+
 }  // namespace
 
 int main() {
@@ -361,5 +388,6 @@ int main() {
     Host();
     Files();
     RegistryAndFolders();
+    VisualBasicHost();
     return 0;
 }

@@ -147,4 +147,23 @@ inline const VbFunction<HRESULT, BSTR, BSTR*> esGetFileAppPath{"esGetFileAppPath
 inline const VbFunction<HRESULT, VARIANT_BOOL*> esRegisterAppPath{"esRegisterAppPath"};
 inline const VbFunction<HRESULT, VARIANT_BOOL*> esUnRegisterAppPath{"esUnRegisterAppPath"};
 
+// Visual Basic host, input and desktop state
+struct ThunderHandles { LONG handles[4]; };
+inline const VbFunction<HRESULT, LONG*> esGetVBVersion{"esGetVBVersion"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsInIDE{"esIsInIDE"};
+inline const VbFunction<HRESULT, LONG*> esGetThunderMainHandle{"esGetThunderMainHandle"};
+inline const VbFunction<HRESULT, ThunderHandles*> esGetThunderMainHandles{"esGetThunderMainHandles"};
+inline const VbFunction<HRESULT, BSTR*> esGetThunderMainTitle{"esGetThunderMainTitle"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esFixUserControlsContainerWindow{"esFixUserControlsContainerWindow"};
+inline const VbFunction<HRESULT, double*> esGetLastInputTime{"esGetLastInputTime"};
+inline const VbFunction<HRESULT, double*> esGetIdleTimeInterval{"esGetIdleTimeInterval"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL*> esIsKeyPressed{"esIsKeyPressed"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL*> esIsKeyToggled{"esIsKeyToggled"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsUnicodeAvailable{"esIsUnicodeAvailable"};
+inline const VbFunction<HRESULT, LONG*> esGetErrorMode{"esGetErrorMode"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsWorkstationLocked{"esIsWorkstationLocked"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsScreenSaverRunning{"esIsScreenSaverRunning"};
+inline const VbFunction<HRESULT, VARIANT_BOOL, VARIANT_BOOL*> esOpenReadMeFile{"esOpenReadMeFile"};
+inline const VbFunction<HRESULT, BSTR, LONG*> esCLng{"esCLng"};
+
 }  // namespace vb

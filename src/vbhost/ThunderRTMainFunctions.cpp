@@ -67,6 +67,9 @@ std::string WR_ESGETTHUNDERMAINTITLE() {
     LONG handle = 0;
     esGetThunderMainHandle(&handle);
     HWND window = HANDLEFROMLONG<HWND>(handle);
+    // No Thunder window, no title: Wine fills the buffer with stray bytes
+    // when asked for the text of window 0, where Windows gives nothing.
+    if (!window) return std::string();
     const int length = GetWindowTextLengthA(window);
     std::string title(static_cast<size_t>(length > 0 ? length : 0) + 20, '\0');
     GetWindowTextA(window, &title[0], (length > 0 ? length : 0) + 10);

@@ -60,15 +60,14 @@ static std::string convertWithoutPlatform(BSTR text) {
 static bool narrowIfAscii(BSTR text, UINT length, std::string& out) {
     // One byte of room more than the text: the commonest change a worker
     // makes to its input, a closing backslash, then needs no new allocation.
-    out.reserve(static_cast<size_t>(length) + 1);
-    out.resize(length);
+    UINT end = 0;
+    for (; end < length && text[end]; ++end)
+        if (text[end] >= 0x80) return false;
+    // Short text fits the string's own room; only longer text allocates.
+    if (end + 1 > out.capacity()) out.reserve(static_cast<size_t>(end) + 1);
+    out.resize(end);
     char* bytes = &out[0];
-    UINT i = 0;
-    for (; i < length && text[i]; ++i) {
-        if (text[i] >= 0x80) return false;
-        bytes[i] = static_cast<char>(text[i]);
-    }
-    out.resize(i);
+    for (UINT i = 0; i < end; ++i) bytes[i] = static_cast<char>(text[i]);
     return true;
 }
 

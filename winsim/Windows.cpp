@@ -111,6 +111,8 @@ LRESULT editMessage(Window& edit, UINT message, WPARAM wParam, LPARAM lParam) {
     const DWORD length = static_cast<DWORD>(edit.title.size());
     switch (message) {
         case EM_GETSEL:
+            if (wParam) *reinterpret_cast<DWORD*>(wParam) = edit.selectionStart;
+            if (lParam) *reinterpret_cast<DWORD*>(lParam) = edit.selectionEnd;
             return static_cast<LRESULT>(edit.selectionStart | (edit.selectionEnd << 16));
         case EM_SETSEL:
             edit.selectionStart = std::min(static_cast<DWORD>(wParam), length);
@@ -287,7 +289,8 @@ BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement) {
     Window* found = findWindow(window);
     if (winsim::refuse("GetWindowPlacement") || !found || placement->length != sizeof(WINDOWPLACEMENT)) return FALSE;
     placement->flags = 0;
-    placement->showCmd = !found->visible ? SW_HIDE : found->minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+    // The show state, not the visibility: a hidden window reads as normal.
+    placement->showCmd = found->minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
     placement->ptMinPosition = {-1, -1};
     placement->ptMaxPosition = {-1, -1};
     placement->rcNormalPosition = found->rect;

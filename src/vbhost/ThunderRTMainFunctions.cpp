@@ -69,7 +69,9 @@ std::string WR_ESGETTHUNDERMAINTITLE() {
     HWND window = HANDLEFROMLONG<HWND>(handle);
     const int length = GetWindowTextLengthA(window);
     std::string title(static_cast<size_t>(length > 0 ? length : 0) + 20, '\0');
-    GetWindowTextA(window, &title[0], (length > 0 ? length : 0) + 10);
+    // Wine's GetWindowTextA fills the buffer with whatever its heap held for
+    // a null handle; Windows leaves it empty, as skipping the call does.
+    if (window) GetWindowTextA(window, &title[0], (length > 0 ? length : 0) + 10);
     return TRIMNULLBUFFER(title);
 }
 

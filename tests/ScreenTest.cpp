@@ -1,0 +1,129 @@
+// The screen exports at the display's resolution: 96 logical pixels per
+// inch in the ordinary run, 120 in the run of tests/screen-dpi.sh.
+#include <cstdlib>
+#include <tuple>
+#include <vector>
+
+#include "Tools.h"
+#include "VbDeclares.h"
+#ifdef CSK_WINSIM
+#include "winsim_control.h"
+#endif
+
+namespace {
+
+int LogPixels(int axis) {
+    HDC screen = GetDC(nullptr);
+    const int pixels = GetDeviceCaps(screen, axis);
+    ReleaseDC(nullptr, screen);
+    return pixels;
+}
+
+struct Resolution {
+    int dpi;
+    float twips, himetric;
+    // Twips and himetric units to pixels: a quotient of 1.5, of 2.5 (ties
+    // away from zero, not to even), of -2.5, and one inch.
+    float units[4];
+    LONG pixels[4];
+};
+
+const Resolution kResolutions[] = {
+    {96, 15.0f, 26.458334f, {22.5f, 37.5f, -37.5f, 1440.0f}, {2, 3, -3, 96}},
+    {120, 12.0f, 21.166666f, {18.0f, 30.0f, -30.0f, 1440.0f}, {2, 3, -3, 120}},
+};
+
+const Resolution* Find(int dpi) {
+    for (const Resolution& r : kResolutions)
+        if (r.dpi == dpi) return &r;
+    return nullptr;
+}
+
+class Screen : public ::testing::Test {
+  protected:
+    void SetUp() override {
+#ifdef CSK_WINSIM
+        winsim::reset();
+        if (const char* dpi = std::getenv("CSK_SCREEN_DPI")) winsim::setLogPixels(std::atoi(dpi), std::atoi(dpi));
+#endif
+    }
+};
+
+}  // namespace
+
+// Factors and conversions on both axes at the resolution in force.
+TEST_F(Screen, FactorsAndConversions) {
+    const Resolution* x = Find(LogPixels(LOGPIXELSX));
+    const Resolution* y = Find(LogPixels(LOGPIXELSY));
+    ASSERT_TRUE(x && y) << LogPixels(LOGPIXELSX) << " x " << LogPixels(LOGPIXELSY);
+    std::printf("screen tests at %d x %d logical pixels per inch\n", x->dpi, y->dpi);
+    float f[4] = {0, 0, 0, 0};
+    EXPECT_EQ(S_OK, vb::esScreenTwipsPerPixelX(&f[0]) | vb::esScreenTwipsPerPixelY(&f[1]) |
+                        vb::esScreenHimetricPerPixelX(&f[2]) | vb::esScreenHimetricPerPixelY(&f[3]));
+    EXPECT_EQ(std::vector<float>({x->twips, y->twips, x->himetric, y->himetric}), std::vector<float>(f, f + 4));
+    for (int i = 0; i < 4; ++i) {
+        LONG p[4] = {7, 7, 7, 7};
+        EXPECT_EQ(S_OK, vb::esScreenTwipsToPixelsX(x->units[i], &p[0]) | vb::esScreenTwipsToPixelsY(y->units[i], &p[1]));
+        EXPECT_EQ(std::make_tuple(x->pixels[i], y->pixels[i]), std::make_tuple(p[0], p[1])) << x->units[i];
+    }
+    LONG inch[2] = {0, 0}, half[2] = {0, 0};
+    EXPECT_EQ(S_OK, vb::esScreenHimetricToPixelsX(2540.0f, &inch[0]) | vb::esScreenHimetricToPixelsY(2540.0f, &inch[1]) |
+                        vb::esScreenHimetricToPixelsX(-1270.0f, &half[0]) | vb::esScreenHimetricToPixelsY(1270.0f, &half[1]));
+    EXPECT_EQ(std::make_tuple(LONG(x->dpi), LONG(y->dpi), LONG(-x->dpi / 2), LONG(y->dpi / 2)),
+              std::make_tuple(inch[0], inch[1], half[0], half[1]));
+}
+
+// Sizes and edges in pixels and twips, each against the platform's metric.
+TEST_F(Screen, SizesAndEdges) {
+    const float tx = 1440.0f / LogPixels(LOGPIXELSX), ty = 1440.0f / LogPixels(LOGPIXELSY);
+    LONG px[6] = {0, 0, 0, 0, 0, 0};
+    float tw[6] = {0, 0, 0, 0, 0, 0};
+    VARIANT_BOOL multi = 7;
+    EXPECT_EQ(S_OK, vb::esScreenWidthPx(&px[0]) | vb::esScreenHeightPx(&px[1]) | vb::esVirtualScreenWidthPx(&px[2]) |
+                        vb::esVirtualScreenHeightPx(&px[3]) | vb::esVirtualScreenLeftPx(&px[4]) |
+                        vb::esVirtualScreenTopPx(&px[5]) | vb::esScreenWidth(&tw[0]) | vb::esScreenHeight(&tw[1]) |
+                        vb::esVirtualScreenWidth(&tw[2]) | vb::esVirtualScreenHeight(&tw[3]) |
+                        vb::esVirtualScreenLeft(&tw[4]) | vb::esVirtualScreenTop(&tw[5]) |
+                        vb::esIsMultiMonitorSupported(&multi));
+    const int metrics[6] = {SM_CXSCREEN, SM_CYSCREEN, SM_CXVIRTUALSCREEN, SM_CYVIRTUALSCREEN, SM_XVIRTUALSCREEN,
+                            SM_YVIRTUALSCREEN};
+    for (int i = 0; i < 6; ++i) {
+        int metric = GetSystemMetrics(metrics[i]);
+        if (metric == 0 && (i == 2 || i == 3)) metric = GetSystemMetrics(metrics[i - 2]);  // the primary's size
+        EXPECT_EQ(std::make_tuple(LONG(metric), float(metric) * (i % 2 ? ty : tx)), std::make_tuple(px[i], tw[i])) << i;
+    }
+    EXPECT_EQ(VBBOOL(GetSystemMetrics(SM_CXVIRTUALSCREEN) != 0), multi);
+    const std::vector<HRESULT> statuses = {
+        vb::esScreenTwipsPerPixelX(nullptr), vb::esScreenTwipsPerPixelY(nullptr), vb::esScreenHimetricPerPixelX(nullptr),
+        vb::esScreenHimetricPerPixelY(nullptr), vb::esScreenWidth(nullptr), vb::esScreenHeight(nullptr),
+        vb::esScreenWidthPx(nullptr), vb::esScreenHeightPx(nullptr), vb::esVirtualScreenWidth(nullptr),
+        vb::esVirtualScreenHeight(nullptr), vb::esVirtualScreenWidthPx(nullptr), vb::esVirtualScreenHeightPx(nullptr),
+        vb::esVirtualScreenLeft(nullptr), vb::esVirtualScreenTop(nullptr), vb::esVirtualScreenLeftPx(nullptr),
+        vb::esVirtualScreenTopPx(nullptr), vb::esIsMultiMonitorSupported(nullptr),
+        vb::esScreenHimetricToPixelsX(1.0f, nullptr), vb::esScreenHimetricToPixelsY(1.0f, nullptr),
+        vb::esScreenTwipsToPixelsX(1.0f, nullptr), vb::esScreenTwipsToPixelsY(1.0f, nullptr)};
+    EXPECT_EQ(std::vector<HRESULT>(21, S_FALSE), statuses);
+}
+
+#ifdef CSK_WINSIM
+// A host without the virtual-screen metrics; a virtual screen that begins
+// left of and above the primary one; axes of different resolution.
+TEST_F(Screen, VirtualScreenAndAxes) {
+    LONG px[4];
+    float tw[2];
+    VARIANT_BOOL multi = 7;
+    EXPECT_EQ(S_OK, vb::esVirtualScreenWidthPx(&px[0]) | vb::esVirtualScreenHeightPx(&px[1]) |
+                        vb::esIsMultiMonitorSupported(&multi) | vb::esVirtualScreenLeftPx(&px[2]));
+    EXPECT_EQ(std::make_tuple(1024, 768, VARIANT_FALSE, 0), std::make_tuple(px[0], px[1], multi, px[2]));
+    winsim::setSystemMetric(SM_XVIRTUALSCREEN, -1280);
+    winsim::setSystemMetric(SM_YVIRTUALSCREEN, -200);
+    winsim::setSystemMetric(SM_CXVIRTUALSCREEN, 2304);
+    winsim::setLogPixels(96, 120);
+    EXPECT_EQ(S_OK, vb::esVirtualScreenLeftPx(&px[2]) | vb::esVirtualScreenLeft(&tw[0]) | vb::esVirtualScreenTop(&tw[1]) |
+                        vb::esIsMultiMonitorSupported(&multi) | vb::esScreenTwipsToPixelsX(1440.0f, &px[0]) |
+                        vb::esScreenTwipsToPixelsY(1440.0f, &px[1]));
+    EXPECT_EQ(std::make_tuple(-1280, -19200.0f, -2400.0f, VARIANT_TRUE, 96, 120),
+              std::make_tuple(px[2], tw[0], tw[1], multi, px[0], px[1]));
+    EXPECT_EQ(winsim::calls("GetDC"), winsim::calls("ReleaseDC"));
+}
+#endif

@@ -1,30 +1,22 @@
 // The screen exports at the display's resolution: 96 logical pixels per
-// inch in the ordinary run, 120 in the run of tests/screen-dpi.sh.
+// inch in the ordinary run, 120 in the run of scripts/screen-dpi.sh.
 #include <cstdlib>
 #include <tuple>
 #include <vector>
 
-#include "Tools.h"
 #include "VbDeclares.h"
+#include "WindowsHarness.h"
 #ifdef CSK_WINSIM
 #include "winsim_control.h"
 #endif
 
 namespace {
 
-int LogPixels(int axis) {
-    HDC screen = GetDC(nullptr);
-    const int pixels = GetDeviceCaps(screen, axis);
-    ReleaseDC(nullptr, screen);
-    return pixels;
-}
-
+// Twips to pixels: quotients of 1.5, 2.5 (ties away from zero, not to
+// even) and -2.5, and one inch.
 struct Resolution {
     int dpi;
-    float twips, himetric;
-    // Twips and himetric units to pixels: a quotient of 1.5, of 2.5 (ties
-    // away from zero, not to even), of -2.5, and one inch.
-    float units[4];
+    float twips, himetric, units[4];
     LONG pixels[4];
 };
 
@@ -33,11 +25,7 @@ const Resolution kResolutions[] = {
     {120, 12.0f, 21.166666f, {18.0f, 30.0f, -30.0f, 1440.0f}, {2, 3, -3, 120}},
 };
 
-const Resolution* Find(int dpi) {
-    for (const Resolution& r : kResolutions)
-        if (r.dpi == dpi) return &r;
-    return nullptr;
-}
+const Resolution* Find(int dpi) { return dpi == 96 ? &kResolutions[0] : dpi == 120 ? &kResolutions[1] : nullptr; }
 
 class Screen : public ::testing::Test {
   protected:
@@ -93,16 +81,16 @@ TEST_F(Screen, SizesAndEdges) {
         EXPECT_EQ(std::make_tuple(LONG(metric), float(metric) * (i % 2 ? ty : tx)), std::make_tuple(px[i], tw[i])) << i;
     }
     EXPECT_EQ(VBBOOL(GetSystemMetrics(SM_CXVIRTUALSCREEN) != 0), multi);
-    const std::vector<HRESULT> statuses = {
-        vb::esScreenTwipsPerPixelX(nullptr), vb::esScreenTwipsPerPixelY(nullptr), vb::esScreenHimetricPerPixelX(nullptr),
-        vb::esScreenHimetricPerPixelY(nullptr), vb::esScreenWidth(nullptr), vb::esScreenHeight(nullptr),
-        vb::esScreenWidthPx(nullptr), vb::esScreenHeightPx(nullptr), vb::esVirtualScreenWidth(nullptr),
-        vb::esVirtualScreenHeight(nullptr), vb::esVirtualScreenWidthPx(nullptr), vb::esVirtualScreenHeightPx(nullptr),
-        vb::esVirtualScreenLeft(nullptr), vb::esVirtualScreenTop(nullptr), vb::esVirtualScreenLeftPx(nullptr),
-        vb::esVirtualScreenTopPx(nullptr), vb::esIsMultiMonitorSupported(nullptr),
-        vb::esScreenHimetricToPixelsX(1.0f, nullptr), vb::esScreenHimetricToPixelsY(1.0f, nullptr),
-        vb::esScreenTwipsToPixelsX(1.0f, nullptr), vb::esScreenTwipsToPixelsY(1.0f, nullptr)};
-    EXPECT_EQ(std::vector<HRESULT>(21, S_FALSE), statuses);
+    // A null out-pointer, each export called as its caller declares it.
+    for (const char* name : {"esScreenTwipsPerPixelX", "esScreenTwipsPerPixelY", "esScreenHimetricPerPixelX",
+                             "esScreenHimetricPerPixelY", "esScreenWidth", "esScreenHeight", "esScreenWidthPx",
+                             "esScreenHeightPx", "esVirtualScreenWidth", "esVirtualScreenHeight", "esVirtualScreenWidthPx",
+                             "esVirtualScreenHeightPx", "esVirtualScreenLeft", "esVirtualScreenTop",
+                             "esVirtualScreenLeftPx", "esVirtualScreenTopPx", "esIsMultiMonitorSupported"})
+        EXPECT_EQ(S_FALSE, (VbFunction<HRESULT, void*>{name})(nullptr)) << name;
+    for (const char* name : {"esScreenHimetricToPixelsX", "esScreenHimetricToPixelsY", "esScreenTwipsToPixelsX",
+                             "esScreenTwipsToPixelsY"})
+        EXPECT_EQ(S_FALSE, (VbFunction<HRESULT, float, LONG*>{name})(1.0f, nullptr)) << name;
 }
 
 #ifdef CSK_WINSIM

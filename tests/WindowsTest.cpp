@@ -1,95 +1,20 @@
 // Windows and controls through the exports: real windows, controls and menus
 // under Wine, read back through the platform; the stand-in's records for
 // what only it can show (call order, record fields, older hosts).
-#include <atomic>
-#include <thread>
 #include <tuple>
 #include <vector>
 
-#include "Tools.h"
 #include "VbDeclares.h"
+#include "WindowsHarness.h"
 #ifdef CSK_WINSIM
 #include "winsim_control.h"
 #endif
 
 namespace {
 
-const DWORD kVisible = 0x10000000, kChild = 0x40000000;
-
-// A window made for one test: at (10, 20), width by height, hidden unless
-// kVisible is in style; destroyed at the end.
-struct Win {
-    HWND h;
-    explicit Win(const char* cls, const char* title = "", HWND parent = nullptr, DWORD style = 0, int width = 200,
-                 int height = 100) {
-#ifdef CSK_WINSIM
-        h = winsim::addWindow(cls, title, parent);
-        winsim::setWindowRect(h, {10, 20, 10 + width, 20 + height});
-        if (!(style & kVisible)) ShowWindow(h, SW_HIDE);
-#else
-        h = CreateWindowExA(0, cls, title, style | (parent ? kChild : 0), 10, 20, width, height, parent, nullptr,
-                            GetModuleHandleA(nullptr), nullptr);
-#endif
-    }
-    ~Win() {
-#ifndef CSK_WINSIM
-        DestroyWindow(h);
-#endif
-    }
-    LONG L() const { return LONGFROMHANDLE(h); }
-};
-
-LONG NoWindow() { return 0x7FFF0; }
-
-#ifndef CSK_WINSIM
-void Pump() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) TranslateMessage(&message), DispatchMessageA(&message);
-}
-#endif
-
-std::string Title(HWND window) {
-    WCHAR buffer[256] = {0};
-    GetWindowTextW(window, buffer, 256);
-    return Utf8(reinterpret_cast<const char16_t*>(buffer));
-}
-
-RECT Placed(HWND window) {
-    WINDOWPLACEMENT placement{};
-    placement.length = sizeof placement;
-    GetWindowPlacement(window, &placement);
-    return placement.rcNormalPosition;
-}
-
-std::string Items(HWND box) {
-    std::string text;
-    const LRESULT count = SendMessageA(box, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        char item[64] = {0};
-        SendMessageA(box, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(item));
-        text += std::string(i ? "|" : "") + item;
-    }
-    return text + "@" + std::to_string(SendMessageA(box, CB_GETCURSEL, 0, 0));
-}
-
-#ifndef CSK_WINSIM
-// Closes the next message box of the process within ten seconds, after
-// reading its caption and its text.
-struct BoxCloser {
-    std::string caption = "(no box)", text;
-    std::thread thread{[this] {
-        for (int i = 0; i < 200; ++i, Sleep(50))
-            if (HWND box = FindWindowA("#32770", nullptr)) {
-                caption = Title(box), text = Title(GetDlgItem(box, 0xFFFF));
-                PostMessageA(box, WM_COMMAND, IDOK, 0);
-                return;
-            }
-    }};
-    ~BoxCloser() { thread.join(); }
-};
-#endif
-
 const char kCyrillicCjk[] = "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82 \xE4\xB8\x96\xE7\x95\x8C";  // Привет 世界
+
+const DWORD kDropDown = 2, kDropDownList = 3, kHasStrings = 0x200, kMultiline = 4;  // CBS_, ES_ styles
 
 const char kTitle[] = "\xD0\x97\xD0\xB0\xD0\xB3 \xE6\xA0\x87\xE9\xA2\x98";  // Заг 标题
 
@@ -117,11 +42,10 @@ TEST_F(Windows, Rectangles) {
     EXPECT_EQ(std::make_tuple(10, -10, 20, 50), std::make_tuple(n.left, n.top, n.width, n.height));
     EXPECT_EQ(std::make_tuple(10, -10, 30, 40), std::make_tuple(reversed.left, reversed.top, reversed.right, reversed.bottom));
     vb::NewRect sizes[] = {{-5, 7, 0, 3}, {2, 2, -4, 6}};
-    RECT back[2];
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(S_OK, vb::esNewRectToRect(&sizes[i], &back[i]));
-    EXPECT_EQ(std::make_tuple(-5, 7, -5, 10, 2, -2, 8), std::make_tuple(back[0].left, back[0].top, back[0].right,
-                                                                        back[0].bottom, back[1].left, back[1].right,
-                                                                        back[1].bottom));
+    RECT b[2];
+    EXPECT_EQ(S_OK, vb::esNewRectToRect(&sizes[0], &b[0]) | vb::esNewRectToRect(&sizes[1], &b[1]));
+    EXPECT_EQ(std::make_tuple(-5, 7, -5, 10, 2, -2, 8),
+              std::make_tuple(b[0].left, b[0].top, b[0].right, b[0].bottom, b[1].left, b[1].right, b[1].bottom));
     EXPECT_EQ(std::vector<HRESULT>(5, E_INVALIDARG),
               std::vector<HRESULT>({vb::esNormalizeRect(nullptr), vb::esRectToNewRect(nullptr, &n),
                                     vb::esRectToNewRect(&r, nullptr), vb::esNewRectToRect(nullptr, &r),
@@ -134,12 +58,7 @@ TEST_F(Windows, CenterFormOnTheDesktop) {
     RECT desktop;
     ASSERT_TRUE(GetWindowRect(GetDesktopWindow(), &desktop));
     ASSERT_EQ(std::make_tuple(1024L, 768L), std::make_tuple(long(desktop.right), long(desktop.bottom)));
-    struct Row {
-        int width, height;
-        VARIANT_BOOL show;
-        bool visible;
-        LONG left, top, visibleAfter;
-    } rows[] = {
+    struct Row { int width, height; VARIANT_BOOL show; bool visible; LONG left, top, visibleAfter; } rows[] = {
         {201, 101, 0, false, 412, 334, 0},    // 823 / 2 and 667 / 2 end in .5: to 412 and 334
         {203, 99, -1, false, 410, 334, 1},    // 821 / 2 to 410; shown as asked
         {1030, 100, 0, true, -3, 334, 1},     // wider than the screen: overhangs by 3 on each side
@@ -156,20 +75,7 @@ TEST_F(Windows, CenterFormOnTheDesktop) {
     VARIANT_BOOL done = 7;
     EXPECT_EQ(S_OK, vb::esCenterForm(NoWindow(), -1, &done) | vb::esCenterFormEx(NoWindow(), -1, &done));
     EXPECT_EQ(0, done);
-    EXPECT_EQ(S_FALSE, vb::esCenterForm(0, 0, nullptr));
-    EXPECT_EQ(S_FALSE, vb::esCenterFormEx(0, 0, nullptr));
-}
-
-// On the work area of the monitor of the window below the form.
-TEST_F(Windows, CenterFormOnTheWorkArea) {
-    RECT work;
-    ASSERT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0));
-    Win form("Static", "form", nullptr, 0, 201, 100);
-    VARIANT_BOOL done = 7;
-    EXPECT_EQ(S_OK, vb::esCenterFormEx(form.L(), 0, &done));
-    const RECT r = Placed(form.h);
-    const LONG twice = work.left + work.right - 201;  // left edge, doubled
-    EXPECT_EQ(std::make_tuple(VARIANT_TRUE, twice / 2 + (twice % 4 == 3 ? 1 : 0)), std::make_tuple(done, r.left));
+    EXPECT_EQ(S_FALSE, vb::esCenterForm(0, 0, nullptr) | vb::esCenterFormEx(0, 0, nullptr));
 }
 
 #ifdef CSK_WINSIM
@@ -177,14 +83,7 @@ TEST_F(Windows, CenterFormOnTheWorkArea) {
 // form's own with none below), then each fallback; a monitor left of and
 // above the primary one; an area of zero size.
 TEST_F(Windows, CenterFormExAreas) {
-    struct Row {
-        const char* missing;
-        int refuseWorkArea;
-        bool formFirst;
-        RECT work;
-        LONG left, top;
-        VARIANT_BOOL done;
-    } rows[] = {
+    struct Row { const char* missing; int refuse; bool formFirst; RECT work; LONG left, top; VARIANT_BOOL done; } rows[] = {
         {"", 0, true, {-1280, -200, 0, 784}, -740, 242, -1},                    // -740.5 and 242
         {"", 0, false, {-1280, -200, 0, 784}, 412, 314, -1},                    // the primary's work area
         {"GetMonitorInfoA", 0, true, {-1280, -200, 0, 784}, 412, 314, -1},      // the work-area query
@@ -197,7 +96,7 @@ TEST_F(Windows, CenterFormExAreas) {
         winsim::setMissing(row.missing);
         const RECT monitors[] = {{0, 0, 1024, 768}, {-1280, -200, 0, 824}}, works[] = {{0, 0, 1024, 728}, row.work};
         winsim::setMonitors(monitors, works, 2);
-        winsim::failNext("SystemParametersInfoA", row.refuseWorkArea);
+        winsim::failNext("SystemParametersInfoA", row.refuse);
         HWND first = winsim::addWindow("Static", "first"), second = winsim::addWindow("Static", "second");
         HWND form = row.formFirst ? first : second;
         winsim::setWindowRect(first, {-900, 100, -699, 200});
@@ -226,10 +125,8 @@ TEST_F(Windows, ForegroundRestoreAndUnload) {
     winsim::setWindowRect(form.h, {10, 20, 210, 120}, true);
 #endif
     EXPECT_EQ(S_OK, vb::esRestoreWindow(form.L()));
-    WINDOWPLACEMENT placement{};
-    placement.length = sizeof placement;
-    GetWindowPlacement(form.h, &placement);
-    EXPECT_EQ(UINT(SW_SHOWNORMAL), placement.showCmd);
+    WINDOWPLACEMENT placement{sizeof placement, 0, 0, {}, {}, {}};
+    EXPECT_EQ(UINT(SW_SHOWNORMAL), GetWindowPlacement(form.h, &placement) ? placement.showCmd : 99);
     EXPECT_EQ(S_OK, vb::esSetForegroundWindowEx(NoWindow(), &done));
     EXPECT_EQ(std::make_tuple(VARIANT_FALSE, S_FALSE, S_FALSE, S_FALSE),
               std::make_tuple(done, vb::esSetForegroundWindowEx(form.L(), nullptr), vb::esRestoreWindow(NoWindow()),
@@ -249,10 +146,8 @@ TEST_F(Windows, ForegroundRestoreAndUnload) {
 // off; none for the caller's own thread; thread 0 with no foreground window.
 TEST_F(Windows, AttachThreadInputOrder) {
     const std::string self = std::to_string(GetCurrentThreadId()), other = std::to_string(0x7FFF0001);
-    struct Row {
-        int foreground, target;  // 0 none, 1 the caller's window, 2 another thread's
-        std::string log;
-    } rows[] = {
+    // foreground and target: 0 none, 1 the caller's window, 2 another thread's.
+    struct Row { int foreground, target; std::string log; } rows[] = {
         {1, 1, ""},
         {2, 1, self + ">" + other + ":1 ; " + self + ">" + other + ":0"},
         {1, 2, self + ">" + other + ":1 ; " + self + ">" + other + ":0"},
@@ -273,17 +168,15 @@ TEST_F(Windows, AttachThreadInputOrder) {
 
 // Titles with text outside the code page, an empty title, the class name.
 TEST_F(Windows, TextAndClass) {
-    Win form("Static", "old");
+    Win form("Static", "old"), blank("Static", "");
     Bstr text("stale"), cls("stale"), empty("stale"), none("stale"), noneClass("stale");
     EXPECT_EQ(S_OK, vb::esSetWindowText(form.L(), Bstr(kCyrillicCjk).get()));
     EXPECT_EQ(kCyrillicCjk, Title(form.h));
-    Win blank("Static", "");
     EXPECT_EQ(S_OK, vb::esGetWindowText(form.L(), text.out()) | vb::esGetWindowClassName(form.L(), cls.out()) |
                         vb::esGetWindowText(blank.L(), empty.out()) | vb::esGetWindowText(NoWindow(), none.out()) |
                         vb::esGetWindowClassName(NoWindow(), noneClass.out()));
-    EXPECT_EQ(std::make_tuple(std::string(kCyrillicCjk), std::string("Static"), std::string(""), std::string(""),
-                              std::string("")),
-              std::make_tuple(text.text(), cls.text(), empty.text(), none.text(), noneClass.text()));
+    EXPECT_EQ(std::string(kCyrillicCjk) + "|Static|||", text.text() + "|" + cls.text() + "|" + empty.text() + "|" +
+                                                            none.text() + "|" + noneClass.text());
     EXPECT_EQ(std::make_tuple(S_FALSE, S_FALSE, S_FALSE),
               std::make_tuple(vb::esGetWindowText(form.L(), nullptr), vb::esGetWindowClassName(form.L(), nullptr),
                               vb::esSetWindowText(NoWindow(), Bstr("x").get())));
@@ -307,30 +200,18 @@ TEST_F(Windows, TextWithoutUnicode) {
 
 // Lines to items and back, trimmed or not; an empty text; no window.
 TEST_F(Windows, ComboBox) {
-    Win form("Static", "form");
-#ifdef CSK_WINSIM
-    Win box("ComboBox", "", form.h, kVisible);
-#else
-    Win box("ComboBox", "", form.h, kVisible | CBS_DROPDOWNLIST | CBS_HASSTRINGS, 200, 200);
-#endif
-    struct Row {
-        const char* text;
-        VARIANT_BOOL trim;
-        const char* items;
-        HRESULT status;
-        const char* back;
-    } rows[] = {
-        {"a\r\n  b\t\r\n\r\nc\r\n", -1, "a|b||c|@0", S_OK, "a\r\nb\r\n\r\nc\r\n"},
-        {" a \r\nb\nc\r", 0, " a |b\nc\r@0", S_OK, " a \r\nb\nc\r"},
-        {"single", 0, "single@0", S_OK, "single"},
-        {"", 0, "@-1", S_FALSE, kNull},
+    Win form("Static", "form"), box("ComboBox", "", form.h, kVisible | kDropDownList | kHasStrings, 200, 200);
+    struct Row { const char* text; VARIANT_BOOL trim; const char *items, *back; HRESULT status; } rows[] = {
+        {"a\r\n  b\t\r\n\r\nc\r\n", -1, "a|b||c|@0", "a\r\nb\r\n\r\nc\r\n", S_OK},
+        {" a \r\nb\nc\r", 0, " a |b\nc\r@0", " a \r\nb\nc\r", S_OK},
+        {"single", 0, "single@0", "single", S_OK},
+        {"", 0, "@-1", kNull, S_FALSE},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(row.status, vb::esComboBoxFromString(Bstr(row.text).get(), box.L(), row.trim));
-        EXPECT_EQ(row.items, Items(box.h));
         Bstr back("stale");
+        EXPECT_EQ(row.status, vb::esComboBoxFromString(Bstr(row.text).get(), box.L(), row.trim));
         EXPECT_EQ(S_OK, vb::esComboBoxToString(box.L(), 0, back.out()));
-        EXPECT_EQ(row.back, back.text());
+        EXPECT_EQ(std::make_tuple(std::string(row.items), std::string(row.back)), std::make_tuple(Items(box.h), back.text()));
     }
     SendMessageA(box.h, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("  "));
     SendMessageA(box.h, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("\tx "));
@@ -344,42 +225,25 @@ TEST_F(Windows, ComboBox) {
 
 // Each edit export on the text it finds, with the selection it leaves.
 TEST_F(Windows, TextBox) {
-    Win form("Static", "form");
-#ifdef CSK_WINSIM
-    Win edit("Edit", "", form.h, kVisible);
-#else
-    Win edit("Edit", "", form.h, kVisible | ES_MULTILINE | ES_AUTOVSCROLL, 300, 200);
-#endif
+    Win form("Static", "form"), edit("Edit", "", form.h, kVisible | kMultiline, 300, 200);
     typedef const VbFunction<HRESULT, LONG, BSTR>* Add;
     typedef const VbFunction<HRESULT, LONG>* Select;
-    struct Row {
-        const char* before;
-        Add add;
-        Select select;
-        const char* text;
-        const char* after;
-        DWORD start, end;
-    } rows[] = {
-        {"", &vb::esTextBox_AddLine2, nullptr, "x", "x", 1, 1},
-        {"x", &vb::esTextBox_AddLine2, nullptr, "y", "x\r\ny", 4, 4},
-        {"a\r\n", &vb::esTextBox_AddLine2, nullptr, "b", "a\r\nb", 4, 4},
-        {"a\n", &vb::esTextBox_AddLine2, nullptr, "b", "a\n\r\nb", 5, 5},
-        {"a", &vb::esTextBox_AddLine, nullptr, "", "a\r\n", 3, 3},
-        {"a", &vb::esTextBox_AddLine, nullptr, "b", "ab\r\n", 4, 4},
-        {"ab", &vb::esTextBox_AddText, nullptr, "c", "abc", 3, 3},
-        {"hello", nullptr, &vb::esTextBox_SelectAll, "", "hello", 0, 5},
-        {"hello", nullptr, &vb::esTextBox_SelectStart, "", "hello", 0, 0},
-        {"hello", nullptr, &vb::esTextBox_SelectEnd, "", "hello", 5, 5},
+    struct Row { const char* before; Add add; Select select; const char *text, *after; } rows[] = {
+        {"", &vb::esTextBox_AddLine2, nullptr, "x", "x[1,1]"},           // an empty control counts as a fresh line
+        {"x", &vb::esTextBox_AddLine2, nullptr, "y", "x\r\ny[4,4]"},
+        {"a\r\n", &vb::esTextBox_AddLine2, nullptr, "b", "a\r\nb[4,4]"},
+        {"a\n", &vb::esTextBox_AddLine2, nullptr, "b", "a\n\r\nb[5,5]"},   // a lone LF is no line break
+        {"a", &vb::esTextBox_AddLine, nullptr, "", "a\r\n[3,3]"},
+        {"a", &vb::esTextBox_AddLine, nullptr, "b", "ab\r\n[4,4]"},
+        {"ab", &vb::esTextBox_AddText, nullptr, "c", "abc[3,3]"},
+        {"hello", nullptr, &vb::esTextBox_SelectAll, "", "hello[0,5]"},
+        {"hello", nullptr, &vb::esTextBox_SelectStart, "", "hello[0,0]"},
+        {"hello", nullptr, &vb::esTextBox_SelectEnd, "", "hello[5,5]"},
     };
     for (const Row& row : rows) {
         SetWindowTextW(edit.h, reinterpret_cast<LPCWSTR>(Utf16(row.before).c_str()));
         EXPECT_EQ(S_OK, row.add ? (*row.add)(edit.L(), Bstr(row.text).get()) : (*row.select)(edit.L()));
-        char text[64] = {0};
-        GetWindowTextA(edit.h, text, sizeof text);
-        DWORD start = 9, end = 9;
-        SendMessageA(edit.h, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-        EXPECT_EQ(std::make_tuple(std::string(row.after), row.start, row.end), std::make_tuple(std::string(text), start, end))
-            << row.before << "+" << row.text;
+        EXPECT_EQ(row.after, EditState(edit.h)) << row.before << "+" << row.text;
     }
     for (Select select : {&vb::esTextBox_SelectAll, &vb::esTextBox_SelectStart, &vb::esTextBox_SelectEnd})
         EXPECT_EQ(S_FALSE, (*select)(NoWindow()));
@@ -391,27 +255,11 @@ TEST_F(Windows, TextBox) {
 // text; a position past the end; no menu.
 TEST_F(Windows, MenuJustify) {
     Win form("Static", "form");
-#ifdef CSK_WINSIM
-    const char* const texts[] = {"&File", "-", "&Help"};
-    HMENU bar = winsim::setMenuBar(form.h, texts, 3);
-#else
-    HMENU bar = CreateMenu();
-    AppendMenuA(bar, MF_STRING, 100, "&File");
-    AppendMenuA(bar, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(bar, MF_STRING | MF_GRAYED, 102, "&Help");
-    SetMenu(form.h, bar);
-#endif
+    HMENU bar = MakeMenuBar(form.h);
     MENUITEMINFOA data{};
     data.cbSize = 44, data.fMask = MIIM_DATA, data.dwItemData = 0x5A5A;
     SetMenuItemInfoA(bar, 2, TRUE, &data);
-    auto item = [&](UINT position) {
-        char text[32] = {0};
-        MENUITEMINFOA info{};
-        info.cbSize = 44, info.fMask = 0x3F, info.dwTypeData = text, info.cch = sizeof text;
-        GetMenuItemInfoA(bar, position, TRUE, &info);
-        return std::to_string(info.fType) + ":" + text + ":" + std::to_string(info.wID) + ":" +
-               std::to_string(info.dwItemData);
-    };
+    auto item = [&](UINT position) { return MenuItem(bar, position); };
     const std::string before = item(2);
     VARIANT_BOOL done = 7;
     EXPECT_EQ(S_OK, vb::esSetMenuJustify(form.L(), 2, 1, &done));
@@ -432,10 +280,11 @@ TEST_F(Windows, MenuJustify) {
 #ifdef CSK_WINSIM
     winsim::reset();
     HWND w = winsim::addWindow("Static");
-    winsim::setMenuBar(w, texts, 3);
-    EXPECT_EQ(S_OK, vb::esSetMenuJustify(LONGFROMHANDLE(w), 0, -1, &done) | vb::esSetMenuJustify(LONGFROMHANDLE(w), 5, -1, &done));
+    MakeMenuBar(w);
+    EXPECT_EQ(S_OK, vb::esSetMenuJustify(LONGFROMHANDLE(w), 0, -1, &done) |
+                        vb::esSetMenuJustify(LONGFROMHANDLE(w), 5, -1, &done));
     EXPECT_EQ("44/16 ; 44/63 ; 44/16", winsim::callLog("GetMenuItemInfoA"));
-    EXPECT_EQ(std::make_tuple(std::string("44/63"), 1), std::make_tuple(winsim::callLog("SetMenuItemInfoA"), winsim::calls("DrawMenuBar")));
+    EXPECT_EQ("44/63 1", winsim::callLog("SetMenuItemInfoA") + " " + std::to_string(winsim::calls("DrawMenuBar")));
 #endif
 }
 
@@ -444,25 +293,13 @@ TEST_F(Windows, Transparency) {
     Win form("Static", "form", nullptr, kVisible);
     const LONG others = 0x00000100;  // WS_EX_WINDOWEDGE
     SetWindowLongA(form.h, GWL_EXSTYLE, others);
-    struct Row {
-        LONG amount;
-        VARIANT_BOOL percent;
-        int alpha;
-    } rows[] = {{-5, -1, 0}, {0, 1, 0}, {1, 1, 3}, {50, 1, 128}, {100, 1, 255}, {101, 1, 255}, {300, 1, 255},
-                {-5, 0, 0}, {128, 0, 128}, {300, 0, 255}};
+    struct Row { LONG amount; VARIANT_BOOL percent; int alpha; } rows[] = {
+        {-5, -1, 0}, {0, 1, 0}, {1, 1, 3}, {50, 1, 128}, {100, 1, 255}, {101, 1, 255}, {300, 1, 255},
+        {-5, 0, 0}, {128, 0, 128}, {300, 0, 255}};
     for (const Row& row : rows) {
         EXPECT_EQ(S_OK, vb::esSetWindowTransparecny(form.L(), row.amount, row.percent));
-#ifdef CSK_WINSIM
-        const std::string attributes = winsim::layeredAttributes(form.h);
-#else
-        COLORREF key = 9;
-        BYTE alpha = 9;
-        DWORD flags = 9;
-        GetLayeredWindowAttributes(form.h, &key, &alpha, &flags);
-        const std::string attributes = std::to_string(key) + "|" + std::to_string(alpha) + "|" + std::to_string(flags);
-#endif
-        EXPECT_EQ("0|" + std::to_string(row.alpha) + "|2", attributes) << row.amount << " " << row.percent;
-        EXPECT_EQ(others | WS_EX_LAYERED, GetWindowLongA(form.h, GWL_EXSTYLE));
+        EXPECT_EQ(std::make_tuple("0|" + std::to_string(row.alpha) + "|2", others | WS_EX_LAYERED),
+                  std::make_tuple(Layered(form.h), GetWindowLongA(form.h, GWL_EXSTYLE))) << row.amount << " " << row.percent;
     }
     EXPECT_EQ(S_OK, vb::esDisableWindowTransparecny(form.L()) | vb::esSetWindowTransparecny(NoWindow(), 50, 1) |
                         vb::esDisableWindowTransparecny(NoWindow()));
@@ -498,13 +335,11 @@ TEST_F(Windows, TaskbarCreatedAndAutoComplete) {
         EXPECT_EQ(2, winsim::calls("RegisterWindowMessageA"));  // the library's one and the test's
 #endif
     }
-    Win form("Static", "form");
+    Win form("Static", "form"), box("ComboBox", "", form.h, kVisible | kDropDown, 200, 200);
 #ifdef CSK_WINSIM
-    Win box("ComboBox", "", form.h, kVisible);
     Win field("Edit", "", box.h, kVisible);
 #else
     CoInitialize(nullptr);
-    Win box("ComboBox", "", form.h, kVisible | CBS_DROPDOWN, 200, 200);
     ASSERT_TRUE(FindWindowExA(box.h, nullptr, "Edit", nullptr));
 #endif
     VARIANT_BOOL done = 7, plain = 7;
@@ -522,7 +357,8 @@ TEST_F(Windows, TaskbarCreatedAndAutoComplete) {
 #else
     // Wine's answer for the field, whatever it is, is the one passed on.
     const HRESULT platform = SHAutoComplete(FindWindowExA(box.h, nullptr, "Edit", nullptr), 0);
-    EXPECT_EQ(std::make_tuple(VBBOOL(platform == S_OK), S_FALSE), std::make_tuple(done, vb::esAddAutoComplete(box.L(), 0, nullptr)));
+    EXPECT_EQ(std::make_tuple(VBBOOL(platform == S_OK), S_FALSE),
+              std::make_tuple(done, vb::esAddAutoComplete(box.L(), 0, nullptr)));
     CoUninitialize();
 #endif
 }
@@ -531,26 +367,19 @@ TEST_F(Windows, TaskbarCreatedAndAutoComplete) {
 // The real box: the caller's UTF-16 text and caption, an empty caption kept
 // empty, the platform's own caption for none, a resource icon not there.
 TEST_F(Windows, MessageBoxes) {
-    struct Row {
-        LONG style;
-        const char *title, *icon, *caption;
-    } rows[] = {{0, kTitle, nullptr, kTitle}, {0x30, "", nullptr, ""}, {0x30, "Icon", "NOSUCHICON", "Icon"}};
+    struct Row { LONG style; const char *title, *icon, *prompt, *caption; } rows[] = {
+        {0, kTitle, nullptr, kCyrillicCjk, kTitle}, {0x30, "", nullptr, "a", ""},
+        {0x30, "Icon", "NOSUCHICON", "b", "Icon"}, {0x40, nullptr, nullptr, "c", "Error"}};
     for (const Row& row : rows) {
         LONG result = 7;
-        BoxCloser closer;
-        EXPECT_EQ(S_OK, vb::esMsgBoxEx(Bstr(kCyrillicCjk).get(), row.style, Bstr(row.title).get(),
-                                       row.icon ? Bstr(row.icon).get() : nullptr, 0, &result));
-        closer.thread.join();
-        closer.thread = std::thread([] {});
-        EXPECT_EQ(std::make_tuple(1L, std::string(row.caption), std::string(kCyrillicCjk)),
-                  std::make_tuple(long(result), closer.caption, closer.text));
+        const ShownBox shown = CloseNextBox([&] {
+            EXPECT_EQ(S_OK, row.title ? vb::esMsgBoxEx(Bstr(row.prompt).get(), row.style, Bstr(row.title).get(),
+                                                       row.icon ? Bstr(row.icon).get() : nullptr, 0, &result)
+                                      : vb::esMsgBox(Bstr(row.prompt).get(), nullptr, &result));
+        });
+        EXPECT_EQ(std::make_tuple(1L, std::string(row.caption), std::string(row.prompt)),
+                  std::make_tuple(long(result), shown.caption, shown.text));
     }
-    LONG result = 7;
-    BoxCloser closer;
-    EXPECT_EQ(S_OK, vb::esMsgBox(Bstr("info").get(), nullptr, &result));
-    closer.thread.join();
-    closer.thread = std::thread([] {});
-    EXPECT_EQ(std::make_tuple(1L, std::string("Error"), std::string("info")), std::make_tuple(long(result), closer.caption, closer.text));
     EXPECT_EQ(std::make_tuple(S_FALSE, S_FALSE, S_FALSE),
               std::make_tuple(vb::esMsgBoxEx(nullptr, 0, nullptr, nullptr, 0, nullptr), vb::esMsgBox(nullptr, nullptr, nullptr),
                               vb::esMsgBox2(nullptr, 0, nullptr, nullptr)));
@@ -559,10 +388,7 @@ TEST_F(Windows, MessageBoxes) {
 // What the box is given: the beep and the style bits for each icon, the
 // owner, the module, the caption rule, and the 8-bit path.
 TEST_F(Windows, MessageBoxRecords) {
-    struct Row {
-        LONG style, module;
-        const char *title, *icon, *beep, *record;
-    } rows[] = {
+    struct Row { LONG style, module; const char *title, *icon, *beep, *record; } rows[] = {
         {0x30, 0, "T", "ICON", "48", "|4194304|x|T|8320|ICON|0|0|0"},
         {0x41, 0, "T", "ICON", "64", "|4194304|x|T|8321|ICON|0|0|0"},
         {0x50, 0, "T", "ICON", "", "|4194304|x|T|8320|ICON|0|0|0"},
@@ -577,7 +403,8 @@ TEST_F(Windows, MessageBoxRecords) {
         LONG result = 7;
         EXPECT_EQ(S_OK, vb::esMsgBoxEx(Bstr("x").get(), row.style, Bstr(row.title).get(),
                                        row.icon ? Bstr(row.icon).get() : nullptr, row.module, &result));
-        EXPECT_EQ(std::make_tuple(1L, std::string(row.beep), "40|" + std::to_string(reinterpret_cast<uintptr_t>(owner)) + row.record),
+        const std::string record = "40|" + std::to_string(reinterpret_cast<uintptr_t>(owner)) + row.record;
+        EXPECT_EQ(std::make_tuple(1L, std::string(row.beep), record),
                   std::make_tuple(long(result), winsim::callLog("MessageBeep"), winsim::lastCall("MessageBoxIndirectW")));
     }
     winsim::reset();

@@ -5,7 +5,7 @@
 # had is put back on every exit, so the prefix is never left at 120.
 # Usage: screen-dpi.sh PROGRAM
 set -uo pipefail
-source "$(dirname "$0")/../scripts/wine-env.sh"
+source "$(dirname "$0")/wine-env.sh"
 started_here=
 [ -n "${CSK_WINE_STARTED:-}" ] || { csk_wine_start; started_here=1; }
 key='HKLM\System\CurrentControlSet\Hardware Profiles\Current\Software\Fonts'

@@ -39,8 +39,8 @@ TEST_F(Windows, Rectangles) {
     RECT reversed{30, 40, 10, -10};
     vb::NewRect n{};
     EXPECT_EQ(S_OK, vb::esRectToNewRect(&reversed, &n));
-    EXPECT_EQ(std::make_tuple(10, -10, 20, 50), std::make_tuple(n.left, n.top, n.width, n.height));
-    EXPECT_EQ(std::make_tuple(10, -10, 30, 40), std::make_tuple(reversed.left, reversed.top, reversed.right, reversed.bottom));
+    EXPECT_EQ(std::make_tuple(10, -10, 20, 50, 10, -10, 30, 40), std::make_tuple(n.left, n.top, n.width, n.height, reversed.left,
+                                                                                 reversed.top, reversed.right, reversed.bottom));
     vb::NewRect sizes[] = {{-5, 7, 0, 3}, {2, 2, -4, 6}};
     RECT b[2];
     EXPECT_EQ(S_OK, vb::esNewRectToRect(&sizes[0], &b[0]) | vb::esNewRectToRect(&sizes[1], &b[1]));
@@ -181,22 +181,6 @@ TEST_F(Windows, TextAndClass) {
               std::make_tuple(vb::esGetWindowText(form.L(), nullptr), vb::esGetWindowClassName(form.L(), nullptr),
                               vb::esSetWindowText(NoWindow(), Bstr("x").get())));
 }
-
-#ifdef CSK_WINSIM
-// A host without the wide calls: the text passes through the code page.
-TEST_F(Windows, TextWithoutUnicode) {
-    winsim::reset();
-    winsim::setUnicode(false);
-    FreshLibrary fresh;
-    HWND form = winsim::addWindow("ThunderRT6FormDC", "caf\xE9");
-    Bstr text, cls;
-    EXPECT_EQ(S_OK, vb::esGetWindowText(LONGFROMHANDLE(form), text.out()) |
-                        vb::esGetWindowClassName(LONGFROMHANDLE(form), cls.out()) |
-                        vb::esSetWindowText(LONGFROMHANDLE(form), Bstr(kCyrillicCjk).get()));
-    EXPECT_EQ(std::make_tuple(std::string("caf\xC3\xA9"), std::string("ThunderRT6FormDC"), 1, 0),
-              std::make_tuple(text.text(), cls.text(), winsim::calls("SetWindowTextW"), winsim::calls("GetWindowTextW")));
-}
-#endif
 
 // Lines to items and back, trimmed or not; an empty text; no window.
 TEST_F(Windows, ComboBox) {
@@ -411,12 +395,21 @@ TEST_F(Windows, MessageBoxRecords) {
     LONG result = 7;
     EXPECT_EQ(S_FALSE, vb::esMsgBox(nullptr, Bstr("ICON").get(), nullptr));
     EXPECT_EQ(0, winsim::calls("MessageBeep") + winsim::calls("MessageBoxIndirectW"));
-    // The Thunder main window's title when no caption is given, read only then.
+    // The Thunder main window's title when no caption is given, read only
+    // then; its text and class by the wide calls or through the code page.
     for (bool unicode : {true, false}) {
         winsim::reset();
         winsim::setUnicode(unicode);
-        winsim::addWindow("ThunderRT6Main", "caf\xE9");
+        const LONG main = LONGFROMHANDLE(winsim::addWindow("ThunderRT6Main", "caf\xE9"));
         FreshLibrary fresh;
+        Bstr text, cls;
+        EXPECT_EQ(S_OK, vb::esGetWindowText(main, text.out()) | vb::esGetWindowClassName(main, cls.out()) |
+                            vb::esSetWindowText(main, Bstr(kTitle).get()));
+        EXPECT_EQ(std::make_tuple(std::string("caf\xC3\xA9 ThunderRT6Main"), unicode ? 1 : 0, 1),
+                  std::make_tuple(text.text() + " " + cls.text(), winsim::calls("GetWindowTextW"), winsim::calls("SetWindowTextW")));
+        winsim::reset();
+        winsim::setUnicode(unicode);
+        winsim::addWindow("ThunderRT6Main", "caf\xE9");
         EXPECT_EQ(S_OK, vb::esMsgBox2(Bstr(kCyrillicCjk).get(), 0, Bstr(kTitle).get(), &result));
         EXPECT_EQ(0, winsim::calls("EnumThreadWindows"));
         EXPECT_EQ(S_OK, vb::esMsgBox(Bstr(kCyrillicCjk).get(), Bstr("ICON").get(), &result));

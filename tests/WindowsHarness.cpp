@@ -1,10 +1,18 @@
 #include "WindowsHarness.h"
 
+#include <cstdlib>
 #include <thread>
 
 #ifdef CSK_WINSIM
 #include "winsim_control.h"
 #endif
+
+void DesktopTest::SetUp() {
+#ifdef CSK_WINSIM
+    winsim::reset();
+    if (const char* dpi = std::getenv("CSK_SCREEN_DPI")) winsim::setLogPixels(std::atoi(dpi), std::atoi(dpi));
+#endif
+}
 
 Win::Win(const char* cls, const char* title, HWND parent, DWORD style, int width, int height) {
 #ifdef CSK_WINSIM

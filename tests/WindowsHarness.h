@@ -10,6 +10,12 @@
 
 const DWORD kVisible = 0x10000000;
 
+// Each test starts from the stand-in's own desktop: one screen of 1024 x 768
+// at 96 logical pixels per inch, or at CSK_SCREEN_DPI when that is set.
+struct DesktopTest : ::testing::Test {
+    void SetUp() override;
+};
+
 // A window made for one test at (10, 20), width by height, hidden unless
 // style has kVisible, a child when it has a parent; destroyed at the end.
 struct Win {

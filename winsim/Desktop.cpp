@@ -194,8 +194,8 @@ BOOL WINAPI ShowWindow(HWND window, int command) {
     winsim::refuse("ShowWindow");
     if (!found) return FALSE;
     const bool was = found->visible;
-    if (command == SW_HIDE) found->visible = false;
-    else found->visible = true;
+    found->visible = command != SW_HIDE;
+    found->minimized = command == SW_MINIMIZE || (found->minimized && command != SW_RESTORE && command != SW_SHOWNORMAL);
     return was ? TRUE : FALSE;
 }
 

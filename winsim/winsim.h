@@ -651,6 +651,7 @@ typedef struct tagMENUITEMINFOA {
 
 #define SW_SHOWNORMAL 1
 #define SW_SHOWMINIMIZED 2
+#define SW_MINIMIZE 6
 #define SW_RESTORE 9
 #define GW_HWNDNEXT 2
 #define SPI_GETWORKAREA 0x0030

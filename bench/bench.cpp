@@ -390,6 +390,51 @@ void BenchRegistry() {
     SysFreeString(subkey), SysFreeString(name), SysFreeString(none), SysFreeString(longName), SysFreeString(out);
 }
 
+
+// The screen factor against the three calls it makes; a window's title
+// against the wide read it rests on; a combo box's list to text, at 100 and
+// 1,000 items, which must stay linear in the count.
+void BenchWindows() {
+    typedef HRESULT(WINAPI * SingleOut)(float*);
+    typedef HRESULT(WINAPI * WindowText)(LONG, BSTR*);
+    typedef HRESULT(WINAPI * ComboText)(LONG, VARIANT_BOOL, BSTR*);
+    double caps = NanosecondsPerCall([] {
+        HDC screen = GetDC(nullptr);
+        GetDeviceCaps(screen, LOGPIXELSX);
+        ReleaseDC(nullptr, screen);
+    });
+    float factor;
+    if (auto f = Bind<SingleOut>("esScreenTwipsPerPixelX"))
+        Report("esScreenTwipsPerPixelX", "(floor: GetDC, GetDeviceCaps, ReleaseDC)", NanosecondsPerCall([&] { f(&factor); }),
+               caps);
+    const std::string title(100, 'T');
+    HWND form = CreateWindowExA(0, "Static", title.c_str(), 0, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    HWND box = CreateWindowExA(0, "ComboBox", "", WS_CHILD | CBS_DROPDOWNLIST | CBS_HASSTRINGS, 0, 0, 100, 100, form,
+                               nullptr, nullptr, nullptr);
+    BSTR out = nullptr;
+    WCHAR wide[128];
+    double read = NanosecondsPerCall([&] { GetWindowTextW(form, wide, GetWindowTextLengthW(form) + 10); });
+    if (auto f = Bind<WindowText>("esGetWindowText"))
+        Report("esGetWindowText", "100 chars (floor: length and text, wide)",
+               NanosecondsPerCall([&] { f(static_cast<LONG>(reinterpret_cast<intptr_t>(form)), &out); }), read);
+    if (auto f = Bind<ComboText>("esComboBoxToString"))
+        for (int items : {100, 1000}) {
+            SendMessageA(box, CB_RESETCONTENT, 0, 0);
+            for (int i = 0; i < items; ++i) SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("An item of the list"));
+            char item[32];
+            double reads = NanosecondsPerCall([&] {
+                for (int i = 0; i < items; ++i) {
+                    SendMessageA(box, CB_GETLBTEXTLEN, i, 0);
+                    SendMessageA(box, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(item));
+                }
+            });
+            Report("esComboBoxToString", (std::to_string(items) + " items (floor: their 2 reads each)").c_str(),
+                   NanosecondsPerCall([&] { f(static_cast<LONG>(reinterpret_cast<intptr_t>(box)), 0, &out); }), reads);
+        }
+    SysFreeString(out);
+    DestroyWindow(form);
+}
+
 }  // namespace
 
 // The Thunder windows are enumerated by the first query only; esCLng reads
@@ -448,5 +493,6 @@ int main() {
     BenchFileSystem();
     BenchRegistry();
     BenchVbHost();
+    BenchWindows();
     return 0;
 }

@@ -372,6 +372,42 @@ void VisualBasicHost() {
         }
 }
 
+void CALLBACK CloseTourBox(HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    if (HWND box = FindWindowA("#32770", "Corvane tour")) PostMessageA(box, WM_COMMAND, IDOK, 0);
+}
+
+// The screen in pixels and twips and the factors between the units; a
+// message box that a timer closes after two seconds.
+void ScreenAndMessageBox() {
+    std::printf("\nScreen and a message box\n");
+    typedef HRESULT(WINAPI * LongOut)(LONG*);
+    typedef HRESULT(WINAPI * SingleOut)(float*);
+    for (const char* name : {"esScreenWidthPx", "esScreenHeightPx", "esVirtualScreenWidthPx", "esVirtualScreenLeftPx"})
+        if (auto f = Export<LongOut>(name)) {
+            LONG value = 0;
+            f(&value);
+            std::printf("  %-26s = %ld pixels\n", name, value);
+        }
+    for (const char* name : {"esScreenWidth", "esScreenHeight", "esScreenTwipsPerPixelX", "esScreenTwipsPerPixelY",
+                             "esScreenHimetricPerPixelX"})
+        if (auto f = Export<SingleOut>(name)) {
+            float value = 0;
+            f(&value);
+            std::printf("  %-26s = %g\n", name, value);
+        }
+    typedef HRESULT(WINAPI * MsgBox2)(BSTR, LONG, BSTR, LONG*);
+    if (auto f = Export<MsgBox2>("esMsgBox2")) {
+        // The box runs its own message loop on this thread, which delivers
+        // the timer that closes it.
+        const UINT_PTR timer = SetTimer(nullptr, 0, 2000, CloseTourBox);
+        LONG result = 0;
+        f(Text("This box closes itself in two seconds.").b, 0x40, Text("Corvane tour").b, &result);
+        KillTimer(nullptr, timer);
+        std::printf("  esMsgBox2 returned %ld (IDOK)\n", result);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -389,5 +425,6 @@ int main() {
     Files();
     RegistryAndFolders();
     VisualBasicHost();
+    ScreenAndMessageBox();
     return 0;
 }

@@ -166,4 +166,57 @@ inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsScreenSaverRunning{"esIsScre
 inline const VbFunction<HRESULT, VARIANT_BOOL, VARIANT_BOOL*> esOpenReadMeFile{"esOpenReadMeFile"};
 inline const VbFunction<HRESULT, BSTR, LONG*> esCLng{"esCLng"};
 
+// Windows and controls
+struct NewRect {
+    LONG left, top, width, height;
+};
+inline const VbFunction<HRESULT, BSTR, LONG, BSTR, BSTR, LONG, LONG*> esMsgBoxEx{"esMsgBoxEx"};
+inline const VbFunction<HRESULT, BSTR, BSTR, LONG*> esMsgBox{"esMsgBox"};
+inline const VbFunction<HRESULT, BSTR, LONG, BSTR, LONG*> esMsgBox2{"esMsgBox2"};
+inline const VbFunction<HRESULT, RECT*> esNormalizeRect{"esNormalizeRect"};
+inline const VbFunction<HRESULT, RECT*, NewRect*> esRectToNewRect{"esRectToNewRect"};
+inline const VbFunction<HRESULT, NewRect*, RECT*> esNewRectToRect{"esNewRectToRect"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL, VARIANT_BOOL*> esCenterForm{"esCenterForm"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL, VARIANT_BOOL*> esCenterFormEx{"esCenterFormEx"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL*> esSetForegroundWindowEx{"esSetForegroundWindowEx"};
+inline const VbFunction<HRESULT, LONG> esRestoreWindow{"esRestoreWindow"};
+inline const VbFunction<HRESULT, LONG> esUnloadForm{"esUnloadForm"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esGetWindowText{"esGetWindowText"};
+inline const VbFunction<HRESULT, LONG, BSTR> esSetWindowText{"esSetWindowText"};
+inline const VbFunction<HRESULT, LONG, BSTR*> esGetWindowClassName{"esGetWindowClassName"};
+inline const VbFunction<HRESULT, LONG, VARIANT_BOOL, BSTR*> esComboBoxToString{"esComboBoxToString"};
+inline const VbFunction<HRESULT, BSTR, LONG, VARIANT_BOOL> esComboBoxFromString{"esComboBoxFromString"};
+inline const VbFunction<HRESULT, LONG> esTextBox_SelectAll{"esTextBox_SelectAll"};
+inline const VbFunction<HRESULT, LONG> esTextBox_SelectStart{"esTextBox_SelectStart"};
+inline const VbFunction<HRESULT, LONG> esTextBox_SelectEnd{"esTextBox_SelectEnd"};
+inline const VbFunction<HRESULT, LONG, BSTR> esTextBox_AddText{"esTextBox_AddText"};
+inline const VbFunction<HRESULT, LONG, BSTR> esTextBox_AddLine{"esTextBox_AddLine"};
+inline const VbFunction<HRESULT, LONG, BSTR> esTextBox_AddLine2{"esTextBox_AddLine2"};
+inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL, VARIANT_BOOL*> esSetMenuJustify{"esSetMenuJustify"};
+inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL> esSetWindowTransparecny{"esSetWindowTransparecny"};
+inline const VbFunction<HRESULT, LONG> esDisableWindowTransparecny{"esDisableWindowTransparecny"};
+inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL*> esAddAutoComplete{"esAddAutoComplete"};
+inline const VbFunction<HRESULT, LONG*> esGet_WM_TASKBAR_CREATED{"esGet_WM_TASKBAR_CREATED"};
+inline const VbFunction<HRESULT, float*> esScreenTwipsPerPixelX{"esScreenTwipsPerPixelX"};
+inline const VbFunction<HRESULT, float*> esScreenTwipsPerPixelY{"esScreenTwipsPerPixelY"};
+inline const VbFunction<HRESULT, float*> esScreenHimetricPerPixelX{"esScreenHimetricPerPixelX"};
+inline const VbFunction<HRESULT, float*> esScreenHimetricPerPixelY{"esScreenHimetricPerPixelY"};
+inline const VbFunction<HRESULT, float*> esScreenWidth{"esScreenWidth"};
+inline const VbFunction<HRESULT, float*> esScreenHeight{"esScreenHeight"};
+inline const VbFunction<HRESULT, LONG*> esScreenWidthPx{"esScreenWidthPx"};
+inline const VbFunction<HRESULT, LONG*> esScreenHeightPx{"esScreenHeightPx"};
+inline const VbFunction<HRESULT, float*> esVirtualScreenWidth{"esVirtualScreenWidth"};
+inline const VbFunction<HRESULT, float*> esVirtualScreenHeight{"esVirtualScreenHeight"};
+inline const VbFunction<HRESULT, LONG*> esVirtualScreenWidthPx{"esVirtualScreenWidthPx"};
+inline const VbFunction<HRESULT, LONG*> esVirtualScreenHeightPx{"esVirtualScreenHeightPx"};
+inline const VbFunction<HRESULT, float*> esVirtualScreenLeft{"esVirtualScreenLeft"};
+inline const VbFunction<HRESULT, float*> esVirtualScreenTop{"esVirtualScreenTop"};
+inline const VbFunction<HRESULT, LONG*> esVirtualScreenLeftPx{"esVirtualScreenLeftPx"};
+inline const VbFunction<HRESULT, LONG*> esVirtualScreenTopPx{"esVirtualScreenTopPx"};
+inline const VbFunction<HRESULT, VARIANT_BOOL*> esIsMultiMonitorSupported{"esIsMultiMonitorSupported"};
+inline const VbFunction<HRESULT, float, LONG*> esScreenHimetricToPixelsX{"esScreenHimetricToPixelsX"};
+inline const VbFunction<HRESULT, float, LONG*> esScreenHimetricToPixelsY{"esScreenHimetricToPixelsY"};
+inline const VbFunction<HRESULT, float, LONG*> esScreenTwipsToPixelsX{"esScreenTwipsToPixelsX"};
+inline const VbFunction<HRESULT, float, LONG*> esScreenTwipsToPixelsY{"esScreenTwipsToPixelsY"};
+
 }  // namespace vb

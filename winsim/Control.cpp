@@ -33,6 +33,8 @@ void resetRegistry();    // Registry.cpp
 void resetShell();       // SpecialFolders.cpp
 void resetDesktop();     // Desktop.cpp
 void resetTicks();       // Counters.cpp
+void resetWindows();     // Windows.cpp
+void resetMenus();       // Menus.cpp
 
 void reset() {
     table().clear();
@@ -42,6 +44,8 @@ void reset() {
     resetShell();
     resetDesktop();
     resetTicks();
+    resetWindows();
+    resetMenus();
 }
 
 // Every table of handles (processes, searches, files, keys) draws from this

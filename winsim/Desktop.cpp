@@ -13,11 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "DesktopState.h"
 #include "winsim.h"
 #include "winsim_control.h"
 
 namespace winsim {
 uintptr_t newHandle();    // Control.cpp
+BOOL workArea(RECT* area);  // Windows.cpp
 DWORD lastInputTick();    // Counters.cpp
 }  // namespace winsim
 
@@ -25,13 +27,7 @@ namespace {
 
 const DWORD kOtherThread = 0x7FFF0001;
 
-struct Window {
-    HWND handle;
-    std::string className, title;
-    HWND parent;
-    DWORD thread;
-    bool visible;
-};
+using winsim::Window;
 
 struct Desktop {
     std::vector<Window> windows;  // in the order they were made
@@ -40,6 +36,8 @@ struct Desktop {
     UINT errorMode = 0;
     intptr_t shellExecuteResult = 2;
     std::map<std::string, std::string> calls;
+    std::map<std::string, std::vector<std::string>> log;
+    HWND active = nullptr;
 };
 
 Desktop& desktop() {
@@ -78,9 +76,31 @@ namespace winsim {
 
 void resetDesktop() { desktop() = Desktop(); }
 
+Window* findWindow(HWND handle) { return find(handle); }
+std::vector<Window>& allWindows() { return desktop().windows; }
+
+void record(const char* function, const std::string& arguments) {
+    desktop().calls[function] = arguments;
+    desktop().log[function].push_back(arguments);
+}
+
+std::string callLog(const char* function) {
+    std::string text;
+    for (const std::string& call : desktop().log[function]) text += (text.empty() ? "" : " ; ") + call;
+    return text;
+}
+
+void setActiveWindow(HWND window) { desktop().active = window; }
+
+// A new window lies on top of its older siblings.
 HWND addWindow(const char* className, const char* title, HWND parent, bool otherThread) {
-    Window window{reinterpret_cast<HWND>(newHandle()), className, title, parent,
-                  otherThread ? kOtherThread : GetCurrentThreadId(), true};
+    Window window;
+    window.handle = reinterpret_cast<HWND>(newHandle());
+    window.className = className, window.title = title, window.parent = parent;
+    window.thread = otherThread ? kOtherThread : GetCurrentThreadId();
+    window.visible = true;
+    window.wideTitle.resize(std::strlen(title));
+    mbstowcs(&window.wideTitle[0], title, window.wideTitle.size());
     desktop().windows.push_back(window);
     return window.handle;
 }
@@ -174,14 +194,14 @@ BOOL WINAPI ShowWindow(HWND window, int command) {
     winsim::refuse("ShowWindow");
     if (!found) return FALSE;
     const bool was = found->visible;
-    if (command == SW_HIDE) found->visible = false;
-    else found->visible = true;
+    found->visible = command != SW_HIDE;
+    found->minimized = command == SW_MINIMIZE || (found->minimized && command != SW_RESTORE && command != SW_SHOWNORMAL);
     return was ? TRUE : FALSE;
 }
 
 HWND WINAPI GetActiveWindow(void) {
     winsim::refuse("GetActiveWindow");
-    return nullptr;
+    return desktop().active;
 }
 
 SHORT WINAPI GetAsyncKeyState(int key) {
@@ -209,9 +229,11 @@ BOOL WINAPI CloseDesktop(HDESK desktopHandle) {
     return desktopHandle ? TRUE : FALSE;
 }
 
-// Only the screen saver's state is modelled.
+// The screen saver's state and the primary monitor's work area.
 BOOL WINAPI SystemParametersInfoA(UINT action, UINT, LPVOID data, UINT) {
-    if (winsim::refuse("SystemParametersInfoA") || action != SPI_GETSCREENSAVERRUNNING || !data) {
+    const bool refused = winsim::refuse("SystemParametersInfoA");
+    if (!refused && action == SPI_GETWORKAREA && data) return winsim::workArea(static_cast<RECT*>(data));
+    if (refused || action != SPI_GETSCREENSAVERRUNNING || !data) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
@@ -238,15 +260,15 @@ UINT WINAPI SetErrorMode(UINT mode) {
 
 HINSTANCE WINAPI ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR directory, INT show) {
     winsim::refuse("ShellExecuteA");
-    desktop().calls["ShellExecuteA"] =
-        orEmpty(verb) + "|" + orEmpty(file) + "|" + orEmpty(parameters) + "|" + orEmpty(directory) + "|" + std::to_string(show);
+    winsim::record("ShellExecuteA", orEmpty(verb) + "|" + orEmpty(file) + "|" + orEmpty(parameters) + "|" +
+                                        orEmpty(directory) + "|" + std::to_string(show));
     return reinterpret_cast<HINSTANCE>(desktop().shellExecuteResult);
 }
 
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
     winsim::refuse("MessageBoxA");
-    desktop().calls["MessageBoxA"] = std::to_string(reinterpret_cast<uintptr_t>(owner)) + "|" + orEmpty(text) + "|" +
-                                     orEmpty(caption) + "|" + std::to_string(style);
+    winsim::record("MessageBoxA", std::to_string(reinterpret_cast<uintptr_t>(owner)) + "|" + orEmpty(text) + "|" +
+                                     orEmpty(caption) + "|" + std::to_string(style));
     return 1;  // IDOK: the box was closed at once
 }
 

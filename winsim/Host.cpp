@@ -26,6 +26,10 @@ namespace winsim {
 DWORD lastInputTick();  // Counters.cpp
 }  // namespace winsim
 
+namespace winsim {
+FARPROC windowsEntry(const char* name);  // Windows.cpp
+}  // namespace winsim
+
 namespace {
 
 struct Host {
@@ -186,6 +190,11 @@ const Entry kEntries[] = {
     {"NTDLL.DLL", "wine_get_version", asFarProc(wine_get_version)},
     {"SHELL32.DLL", "DllGetVersion", asFarProc(DllGetVersion)},
     {"USER32.DLL", "GetLastInputInfo", asFarProc(GetLastInputInfo)},
+    // Windows and controls (Windows.cpp)
+    {"USER32.DLL", "SetLayeredWindowAttributes", winsim::windowsEntry("SetLayeredWindowAttributes")},
+    {"USER32.DLL", "MonitorFromWindow", winsim::windowsEntry("MonitorFromWindow")},
+    {"USER32.DLL", "GetMonitorInfoA", winsim::windowsEntry("GetMonitorInfoA")},
+    {"SHLWAPI.DLL", "SHAutoComplete", winsim::windowsEntry("SHAutoComplete")},
 };
 
 }  // namespace

@@ -577,3 +577,161 @@ HINSTANCE WINAPI ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR par
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
 
 }  // extern "C"
+
+// ---- Windows and controls: message boxes, placement, text, controls,
+// menus, layered windows, the screen's metrics ----
+
+typedef struct HMENU__* HMENU;
+typedef struct HBITMAP__* HBITMAP;
+typedef struct tagPOINT {
+    LONG x;
+    LONG y;
+} POINT;
+
+typedef struct tagWINDOWPLACEMENT {
+    UINT length;
+    UINT flags;
+    UINT showCmd;
+    POINT ptMinPosition;
+    POINT ptMaxPosition;
+    RECT rcNormalPosition;
+} WINDOWPLACEMENT;
+
+typedef struct tagMONITORINFOEXA {
+    DWORD cbSize;
+    RECT rcMonitor;
+    RECT rcWork;
+    DWORD dwFlags;
+    CHAR szDevice[32];
+} MONITORINFOEXA;
+
+typedef struct tagHELPINFO HELPINFO;
+typedef void(CALLBACK* MSGBOXCALLBACK)(HELPINFO* help);
+
+typedef struct tagMSGBOXPARAMSA {
+    UINT cbSize;
+    HWND hwndOwner;
+    HINSTANCE hInstance;
+    LPCSTR lpszText;
+    LPCSTR lpszCaption;
+    DWORD dwStyle;
+    LPCSTR lpszIcon;
+    DWORD_PTR dwContextHelpId;
+    MSGBOXCALLBACK lpfnMsgBoxCallback;
+    DWORD dwLanguageId;
+} MSGBOXPARAMSA;
+
+typedef struct tagMSGBOXPARAMSW {
+    UINT cbSize;
+    HWND hwndOwner;
+    HINSTANCE hInstance;
+    LPCWSTR lpszText;
+    LPCWSTR lpszCaption;
+    DWORD dwStyle;
+    LPCWSTR lpszIcon;
+    DWORD_PTR dwContextHelpId;
+    MSGBOXCALLBACK lpfnMsgBoxCallback;
+    DWORD dwLanguageId;
+} MSGBOXPARAMSW;
+
+typedef struct tagMENUITEMINFOA {
+    UINT cbSize;
+    UINT fMask;
+    UINT fType;
+    UINT fState;
+    UINT wID;
+    HMENU hSubMenu;
+    HBITMAP hbmpChecked;
+    HBITMAP hbmpUnchecked;
+    ULONG_PTR dwItemData;
+    LPSTR dwTypeData;
+    UINT cch;
+    HBITMAP hbmpItem;
+} MENUITEMINFOA;
+
+#define SW_SHOWNORMAL 1
+#define SW_SHOWMINIMIZED 2
+#define SW_MINIMIZE 6
+#define SW_RESTORE 9
+#define GW_HWNDNEXT 2
+#define SPI_GETWORKAREA 0x0030
+#define MIIM_STATE 0x01
+#define MIIM_ID 0x02
+#define MIIM_SUBMENU 0x04
+#define MIIM_CHECKMARKS 0x08
+#define MIIM_TYPE 0x10
+#define MIIM_DATA 0x20
+#define MFT_STRING 0x0000
+#define MFT_SEPARATOR 0x0800
+#define MFT_RIGHTJUSTIFY 0x4000
+#define GWL_EXSTYLE (-20)
+#define WS_EX_LAYERED 0x00080000
+#define LWA_ALPHA 0x2
+#define WM_CLOSE 0x0010
+#define CB_ERR (-1)
+#define CB_ADDSTRING 0x0143
+#define CB_GETCOUNT 0x0146
+#define CB_GETCURSEL 0x0147
+#define CB_GETLBTEXT 0x0148
+#define CB_GETLBTEXTLEN 0x0149
+#define CB_RESETCONTENT 0x014B
+#define CB_SETCURSEL 0x014E
+#define EM_GETSEL 0x00B0
+#define EM_SETSEL 0x00B1
+#define EM_SCROLLCARET 0x00B7
+#define EM_REPLACESEL 0x00C2
+#define LOGPIXELSX 88
+#define LOGPIXELSY 90
+#define SM_CXSCREEN 0
+#define SM_CYSCREEN 1
+#define SM_XVIRTUALSCREEN 76
+#define SM_YVIRTUALSCREEN 77
+#define SM_CXVIRTUALSCREEN 78
+#define SM_CYVIRTUALSCREEN 79
+
+extern "C" {
+
+// KERNEL32 and USER32: message boxes, recorded as asked (winsim::lastCall);
+// each answers IDOK (1) as if closed at once.
+HMODULE WINAPI GetModuleHandleA(LPCSTR name);
+BOOL WINAPI MessageBeep(UINT type);
+int WINAPI MessageBoxIndirectA(const MSGBOXPARAMSA* params);
+int WINAPI MessageBoxIndirectW(const MSGBOXPARAMSW* params);
+
+// USER32: windows by handle. The desktop window spans the primary screen
+// (metrics 0 and 1); a new window lies above its older siblings.
+BOOL WINAPI IsWindow(HWND window);
+BOOL WINAPI IsWindowVisible(HWND window);
+BOOL WINAPI IsRectEmpty(const RECT* rect);
+BOOL WINAPI GetWindowRect(HWND window, RECT* rect);
+HWND WINAPI GetWindow(HWND window, UINT relation);
+BOOL WINAPI GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
+BOOL WINAPI SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);
+HWND WINAPI GetForegroundWindow(void);
+BOOL WINAPI SetForegroundWindow(HWND window);
+DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId);
+BOOL WINAPI AttachThreadInput(DWORD from, DWORD to, BOOL attach);
+BOOL WINAPI OpenIcon(HWND window);
+BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+HWND WINAPI FindWindowExA(HWND parent, HWND after, LPCSTR className, LPCSTR title);
+LONG WINAPI GetWindowLongA(HWND window, int index);
+LONG WINAPI SetWindowLongA(HWND window, int index, LONG value);
+UINT WINAPI RegisterWindowMessageA(LPCSTR name);
+
+// USER32: the wide forms; a host without Unicode answers 0 to each.
+int WINAPI GetWindowTextLengthW(HWND window);
+int WINAPI GetWindowTextW(HWND window, LPWSTR buffer, int size);
+BOOL WINAPI SetWindowTextW(HWND window, LPCWSTR text);
+int WINAPI GetClassNameW(HWND window, LPWSTR buffer, int size);
+
+// USER32: menu bars (winsim::setMenuBar makes one).
+HMENU WINAPI GetMenu(HWND window);
+BOOL WINAPI GetMenuItemInfoA(HMENU menu, UINT item, BOOL byPosition, MENUITEMINFOA* info);
+BOOL WINAPI SetMenuItemInfoA(HMENU menu, UINT item, BOOL byPosition, const MENUITEMINFOA* info);
+BOOL WINAPI DrawMenuBar(HWND window);
+
+// GDI32: the screen's logical resolution (winsim::setLogPixels).
+int WINAPI GetDeviceCaps(HDC dc, int index);
+
+}  // extern "C"

@@ -171,3 +171,42 @@ std::string lastCall(const char* function);
 LONG callableAt32Bits(void* function);
 
 }  // namespace winsim
+
+namespace winsim {
+
+// Every call of `function` since reset(), each as lastCall() gives it,
+// joined by " ; ". The window, menu and message-box calls record:
+//   MessageBeep "type"; MessageBoxIndirectW/A "cbSize|owner|instance|text|
+//   caption|style|icon|help|callback|language" (text as UTF-8, "(null)" for
+//   none); AttachThreadInput "from>to:attach"; GetMenuItemInfoA and
+//   SetMenuItemInfoA "cbSize/fMask"; SHAutoComplete "window|flags";
+//   SetLayeredWindowAttributes "window|key|alpha|flags"; PostMessageA
+//   "window|message"; SendMessageA "message(wParam,lParam)" for all but the
+//   reading messages.
+std::string callLog(const char* function);
+
+// What GetActiveWindow and GetForegroundWindow answer (null after reset()).
+void setActiveWindow(HWND window);
+void setForegroundWindow(HWND window);
+
+// A window's rectangle in screen coordinates (after addWindow: 0, 0, 100,
+// 100), and whether it is minimised.
+void setWindowRect(HWND window, RECT rect, bool minimized = false);
+bool windowMinimized(HWND window);
+
+// The monitors: each with its rectangle and work area; the first is the
+// primary one. After reset() one monitor of 1024 x 768 with a work area
+// 1024 x 728, and the metrics 0 and 1 answer 1024 and 768.
+void setMonitors(const RECT* monitors, const RECT* workAreas, int count);
+
+// A menu bar for the window: items by position, each a text ("-" for a
+// separator) with its id.
+HMENU setMenuBar(HWND window, const char* const* texts, int count);
+
+// The window's layered attributes as "key|alpha|flags", "" before any.
+std::string layeredAttributes(HWND window);
+
+// GetDeviceCaps(LOGPIXELSX / LOGPIXELSY); 96 and 96 after reset().
+void setLogPixels(int x, int y);
+
+}  // namespace winsim

@@ -33,6 +33,7 @@ void resetRegistry();    // Registry.cpp
 void resetShell();       // SpecialFolders.cpp
 void resetDesktop();     // Desktop.cpp
 void resetTicks();       // Counters.cpp
+void resetSecurity();    // Security.cpp
 
 void reset() {
     table().clear();
@@ -42,6 +43,7 @@ void reset() {
     resetShell();
     resetDesktop();
     resetTicks();
+    resetSecurity();
 }
 
 // Every table of handles (processes, searches, files, keys) draws from this

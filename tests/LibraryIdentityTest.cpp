@@ -209,7 +209,9 @@ TEST(Resources, VersionRecord) {
         char* text = nullptr;
         ASSERT_TRUE(VerQueryValueA(record.data(), ("\\StringFileInfo\\041904E3\\" + std::string(value[0])).c_str(),
                                    reinterpret_cast<void**>(&text), &size)) << value[0];
-        if (value[1]) EXPECT_STREQ(value[1], text);
+        if (value[1]) {
+            EXPECT_STREQ(value[1], text);
+        }
     }
     // The one key in Cyrillic, asked in UTF-16.
     const std::u16string widePath = Utf16(path);

@@ -120,7 +120,8 @@ struct TestSafeArray {
 // Runs call, which shows a message box with this caption, while a second
 // thread finds the box, reads it and closes it: its text, then " !" with
 // the exclamation icon, and " OK" when OK is its only button. "no box" when
-// none came within 30 s, so that no test waits on a box for ever.
+// none came within 30 s; after 5 s any dialog is taken, so that no test
+// waits on a box for ever.
 std::string ShownMessageBox(const char* caption, HRESULT (*call)(), HRESULT& status);
 #endif
 

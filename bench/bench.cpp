@@ -435,6 +435,46 @@ void BenchWindows() {
     DestroyWindow(form);
 }
 
+// The user's SID after the first call (a copy of the kept bytes into the
+// caller's array), against resizing that array and copying the bytes into
+// it; its text, against the platform's own ConvertSidToStringSidA.
+typedef HRESULT(WINAPI* UserSid)(SAFEARRAY**, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* SidToText)(PSID, BSTR*);
+typedef BOOL(WINAPI* ConvertSid)(PSID, LPSTR*);
+void BenchIdentity() {
+    auto getSid = Bind<UserSid>("esGetUserSID");
+    auto toText = Bind<SidToText>("esSIDtoStringSID");
+    if (!getSid || !toText) return;
+    SAFEARRAY* array = nullptr;
+    VARIANT_BOOL given;
+    getSid(&array, &given);
+    if (!array) return;
+    const LONG length = static_cast<LONG>(array->rgsabound[0].cElements);
+    std::vector<BYTE> sid(static_cast<BYTE*>(array->pvData), static_cast<BYTE*>(array->pvData) + length);
+    double copy = NanosecondsPerCall([&] {
+        SAFEARRAYBOUND bound = {static_cast<ULONG>(length), 0};
+        void* data;
+        SafeArrayRedim(array, &bound);
+        SafeArrayAccessData(array, &data);
+        std::memcpy(data, sid.data(), sid.size());
+        SafeArrayUnaccessData(array);
+    });
+    Report("esGetUserSID", "kept SID (floor: redim and copy)", NanosecondsPerCall([&] { getSid(&array, &given); }), copy);
+    auto convert = reinterpret_cast<ConvertSid>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), "ConvertSidToStringSidA")));
+    BSTR out = nullptr;
+    if (convert) {
+        double platform = NanosecondsPerCall([&] {
+            char* text = nullptr;
+            if (convert(sid.data(), &text)) LocalFree(text);
+        });
+        Report("esSIDtoStringSID", "user SID (floor: ConvertSidToStringSidA)",
+               NanosecondsPerCall([&] { toText(sid.data(), &out); }), platform);
+    }
+    SysFreeString(out);
+    SafeArrayDestroy(array);
+}
+
 }  // namespace
 
 // The Thunder windows are enumerated by the first query only; esCLng reads
@@ -494,5 +534,6 @@ int main() {
     BenchRegistry();
     BenchVbHost();
     BenchWindows();
+    BenchIdentity();
     return 0;
 }

@@ -3,10 +3,12 @@
 // exports and prints what they answer.
 #include <windows.h>
 #include <oleauto.h>
+#include <shlwapi.h>
 
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -408,6 +410,66 @@ void ScreenAndMessageBox() {
     }
 }
 
+// Who runs the tour, the library's own version and version record, and one
+// information event.
+typedef HRESULT(WINAPI* FullUserName)(VARIANT_BOOL, VARIANT_BOOL, BSTR*);
+typedef HRESULT(WINAPI* UserSid)(SAFEARRAY**, VARIANT_BOOL*);
+typedef HRESULT(WINAPI* SidText)(SAFEARRAY**, BSTR*);
+typedef HRESULT(WINAPI* LibraryVersion)(DLLVERSIONINFO*);
+typedef HRESULT(WINAPI* LogText)(BSTR, VARIANT_BOOL*);
+
+void Identity() {
+    std::printf("\nIdentity and the library\n");
+    for (const char* name : {"esGetComputerName", "esGetUserName", "esGetDomainName"})
+        if (auto f = Export<NoInputText>(name)) {
+            BSTR text = nullptr;
+            f(&text);
+            std::printf("  %-24s = %s\n", name, Show(text).c_str());
+            SysFreeString(text);
+        }
+    if (auto f = Export<FullUserName>("esGetFullUserName")) {
+        BSTR text = nullptr;
+        f(VARIANT_TRUE, VARIANT_TRUE, &text);
+        std::printf("  %-24s = %s\n", "esGetFullUserName(mail, computer)", Show(text).c_str());
+        SysFreeString(text);
+    }
+    auto sid = Export<UserSid>("esGetUserSID");
+    auto text = Export<SidText>("esSIDtoStringSID2");
+    if (sid && text) {
+        SAFEARRAY* bytes = nullptr;
+        VARIANT_BOOL given = 0;
+        BSTR shown = nullptr;
+        sid(&bytes, &given);
+        if (given) text(&bytes, &shown);
+        std::printf("  %-24s = %s\n", "esGetUserSID, as text", Show(shown).c_str());
+        SysFreeString(shown);
+        if (bytes) SafeArrayDestroy(bytes);
+    }
+    if (auto f = Export<LibraryVersion>("DllGetVersion")) {
+        DLLVERSIONINFO info = {sizeof info, 0, 0, 0, 0};
+        HRESULT status = f(&info);
+        std::printf("  %-24s = %lu.%lu.%lu, platform %lu (status 0x%08lX)\n", "DllGetVersion", info.dwMajorVersion,
+                    info.dwMinorVersion, info.dwBuildNumber, info.dwPlatformID, static_cast<unsigned long>(status));
+    }
+    char path[MAX_PATH];
+    GetModuleFileNameA(library, path, MAX_PATH);
+    std::vector<char> record(GetFileVersionInfoSizeA(path, nullptr) + 1);
+    char* value = nullptr;
+    UINT size = 0;
+    if (GetFileVersionInfoA(path, 0, static_cast<DWORD>(record.size()), record.data()))
+        for (const char* key : {"FileDescription", "FileVersion", "InternalName", "OriginalFilename"})
+            if (VerQueryValueA(record.data(), (std::string("\\StringFileInfo\\041904E3\\") + key).c_str(),
+                               reinterpret_cast<void**>(&value), &size))
+                std::printf("  version record %-16s = %s\n", key, value);
+    if (auto f = Export<LogText>("esLogInfo")) {
+        VARIANT_BOOL logged = 0;
+        BSTR message = SysAllocString(L"The tour of CorvaneSupportKit0100 ran.");
+        f(message, &logged);
+        std::printf("  %-24s = %s\n", "esLogInfo", logged ? "reported" : "not reported");
+        SysFreeString(message);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -426,5 +488,6 @@ int main() {
     RegistryAndFolders();
     VisualBasicHost();
     ScreenAndMessageBox();
+    Identity();
     return 0;
 }

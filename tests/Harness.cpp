@@ -1,6 +1,11 @@
 #include "Harness.h"
 
 #include <stdexcept>
+#include <thread>
+
+#ifdef CSK_WINSIM
+#include "winsim_control.h"
+#endif
 
 #ifndef _WIN32
 #include <dlfcn.h>
@@ -153,4 +158,54 @@ std::string Utf8(const std::u16string& units) {
         }
     }
     return out;
+}
+
+TestSafeArray::TestSafeArray(const std::string& bytes, VARTYPE type)
+    : array(SafeArrayCreateVector(type, 0, static_cast<ULONG>(bytes.size() / (type == VT_UI1 ? 1 : 4)))) {
+    if (!bytes.empty()) std::memcpy(array->pvData, bytes.data(), bytes.size());
+}
+
+TestSafeArray::~TestSafeArray() { SafeArrayDestroy(array); }
+
+std::string TestSafeArray::bytes() const {
+    if (!array) return std::string();
+    return std::string(static_cast<const char*>(array->pvData), array->rgsabound[0].cElements * array->cbElements);
+}
+
+#ifndef CSK_WINSIM
+std::string ShownMessageBox(const char* caption, HRESULT (*call)(), HRESULT& status) {
+    std::string seen = "no box";
+    std::thread watcher([&seen, caption] {
+        for (int tries = 0; tries < 600; ++tries, Sleep(50)) {
+            // After 5 s any dialog, so that a box with another caption is
+            // closed too, and fails the test instead of hanging it.
+            HWND box = FindWindowA("#32770", tries < 100 ? caption : nullptr);
+            if (!box) continue;
+            WCHAR text[512] = {};
+            GetDlgItemTextW(box, 0xFFFF, text, 512);
+            HICON icon = reinterpret_cast<HICON>(SendDlgItemMessageW(box, 1088, STM_GETICON, 0, 0));
+            seen = Utf8(reinterpret_cast<const char16_t*>(text)) +
+                   (icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32515)) ? " !" : " -") +
+                   (GetDlgItem(box, IDOK) && !GetDlgItem(box, IDCANCEL) ? " OK" : " ?");
+            for (int wait = 0; wait < 100 && IsWindow(box); ++wait, Sleep(50)) PostMessageW(box, WM_COMMAND, IDOK, 0);
+            return;
+        }
+    });
+    status = call();
+    watcher.join();
+    return seen;
+}
+#endif
+
+#ifdef CSK_WINSIM
+WinsimReset::WinsimReset(bool nt) {
+    winsim::reset();
+    if (!nt) winsim::setVersion(VER_PLATFORM_WIN32_WINDOWS, 4, 0, 950, "", 0);
+}
+#endif
+
+std::string ExportText(const VbFunction<HRESULT, BSTR*>& function) {
+    Bstr out("stale");
+    EXPECT_EQ(S_OK, function(out.out()));
+    return out.text();
 }

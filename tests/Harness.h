@@ -103,3 +103,45 @@ extern const char* const kNull;
 
 std::string Utf8(const std::u16string& units);
 std::u16string Utf16(const std::string& utf8);
+
+// A SAFEARRAY of bytes (or of another element type, the bytes its data)
+// that the test owns; null by default.
+struct TestSafeArray {
+    SAFEARRAY* array = nullptr;
+    TestSafeArray() = default;
+    explicit TestSafeArray(const std::string& bytes, VARTYPE type = VT_UI1);
+    ~TestSafeArray();
+    TestSafeArray(const TestSafeArray&) = delete;
+    TestSafeArray& operator=(const TestSafeArray&) = delete;
+    std::string bytes() const;
+};
+
+#ifndef CSK_WINSIM
+// Runs call, which shows a message box with this caption, while a second
+// thread finds the box, reads it and closes it: its text, then " !" with
+// the exclamation icon, and " OK" when OK is its only button. "no box" when
+// none came within 30 s; after 5 s any dialog is taken, so that no test
+// waits on a box for ever.
+std::string ShownMessageBox(const char* caption, HRESULT (*call)(), HRESULT& status);
+#endif
+
+#ifdef CSK_WINSIM
+// winsim as reset() leaves it (Windows 7, the account CORVANE\Tester), or
+// with nt false a Windows 95 host, and a fresh copy of the library that has
+// kept nothing yet.
+struct WinsimReset {
+    explicit WinsimReset(bool nt);
+};
+struct FreshHost : WinsimReset {
+    explicit FreshHost(bool nt = true) : WinsimReset(nt) {}
+    FreshLibrary library;
+};
+#else
+// The platform as it is.
+struct FreshHost {
+    FreshHost() {}
+};
+#endif
+
+// What an export of no input answers, with its status checked to be 0.
+std::string ExportText(const VbFunction<HRESULT, BSTR*>& function);

@@ -220,3 +220,28 @@ inline const VbFunction<HRESULT, float, LONG*> esScreenTwipsToPixelsX{"esScreenT
 inline const VbFunction<HRESULT, float, LONG*> esScreenTwipsToPixelsY{"esScreenTwipsToPixelsY"};
 
 }  // namespace vb
+
+// Identity, event log, shutdown, power and priority; the library's own
+// identity
+namespace vb {
+inline const VbFunction<HRESULT, BSTR*> esGetComputerName{"esGetComputerName"};
+inline const VbFunction<HRESULT, BSTR*> esGetUserName{"esGetUserName"};
+inline const VbFunction<HRESULT, BSTR*> esGetDomainName{"esGetDomainName"};
+inline const VbFunction<HRESULT, VARIANT_BOOL, VARIANT_BOOL, BSTR*> esGetFullUserName{"esGetFullUserName"};
+inline const VbFunction<HRESULT, SAFEARRAY**, VARIANT_BOOL*> esGetUserSID{"esGetUserSID"};
+inline const VbFunction<HRESULT, const void*, BSTR*> esSIDtoStringSID{"esSIDtoStringSID"};
+inline const VbFunction<HRESULT, SAFEARRAY**, BSTR*> esSIDtoStringSID2{"esSIDtoStringSID2"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL*> esLogInfo{"esLogInfo"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL*> esLogWarning{"esLogWarning"};
+inline const VbFunction<HRESULT, BSTR, VARIANT_BOOL*> esLogError{"esLogError"};
+inline const VbFunction<HRESULT, LONG, LONG, VARIANT_BOOL*> esExitWindowsEx{"esExitWindowsEx"};
+inline const VbFunction<HRESULT, VARIANT_BOOL, VARIANT_BOOL, VARIANT_BOOL*> esSetSystemPowerState{
+    "esSetSystemPowerState"};
+inline const VbFunction<HRESULT> esSetBackgroundProcessPriority{"esSetBackgroundProcessPriority"};
+inline const VbFunction<HRESULT> esSetIdleProcessPriority{"esSetIdleProcessPriority"};
+inline const VbFunction<HRESULT> esSetForegroundProcessPriority{"esSetForegroundProcessPriority"};
+inline const VbFunction<HRESULT, DLLVERSIONINFO*> DllGetVersion{"DllGetVersion"};
+inline const VbFunction<HRESULT, BOOL, LPCWSTR> DllInstall{"DllInstall"};
+inline const VbFunction<HRESULT> DllRegisterServer{"DllRegisterServer"};
+inline const VbFunction<HRESULT> DllUnregisterServer{"DllUnregisterServer"};
+}  // namespace vb

@@ -18,7 +18,8 @@ namespace {
 const LONG kStatusNull = 1;
 
 // A window of this thread, visible, of a class that is registered here
-// first unless the platform already has it.
+// first unless the platform already has it (a class of our own named
+// "Static" would replace the system's in every later message box).
 HWND MakeWindow(const char* className, const std::string& title = "", HWND parent = nullptr) {
 #ifdef CSK_WINSIM
     return winsim::addWindow(className, title.c_str(), parent);
@@ -27,7 +28,8 @@ HWND MakeWindow(const char* className, const std::string& title = "", HWND paren
     type.lpfnWndProc = DefWindowProcA;
     type.hInstance = GetModuleHandleA(nullptr);
     type.lpszClassName = className;
-    RegisterClassA(&type);
+    WNDCLASSA system;
+    if (!GetClassInfoA(nullptr, className, &system)) RegisterClassA(&type);
     HWND window = CreateWindowExA(0, className, title.c_str(), (parent ? WS_CHILD : WS_POPUP) | WS_VISIBLE, 0, 0, 50,
                                   50, parent, nullptr, type.hInstance, nullptr);
     EXPECT_NE(nullptr, window) << className;

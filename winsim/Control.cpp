@@ -35,6 +35,7 @@ void resetDesktop();     // Desktop.cpp
 void resetTicks();       // Counters.cpp
 void resetWindows();     // Windows.cpp
 void resetMenus();       // Menus.cpp
+void resetSecurity();    // Security.cpp
 
 void reset() {
     table().clear();
@@ -46,6 +47,7 @@ void reset() {
     resetTicks();
     resetWindows();
     resetMenus();
+    resetSecurity();
 }
 
 // Every table of handles (processes, searches, files, keys) draws from this

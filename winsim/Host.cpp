@@ -17,6 +17,7 @@ namespace winsim {
 DWORD longPathName(LPCSTR path, LPSTR buffer, DWORD size);
 BOOL diskFreeSpaceEx(LPCSTR path, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free);
 bool closeFile(HANDLE handle);
+bool closeToken(HANDLE handle);  // Security.cpp
 
 uintptr_t newHandle();  // Control.cpp
 
@@ -228,6 +229,12 @@ void setShellVersion(DWORD major, DWORD minor, DWORD build) {
 
 void setProductName(const char* name) { host().productName = name; }
 
+// For the stand-ins of other families that differ by host.
+void hostVersion(DWORD* platform, DWORD* major) {
+    *platform = host().version.dwPlatformId;
+    *major = host().version.dwMajorVersion;
+}
+
 }  // namespace winsim
 
 extern "C" {
@@ -293,7 +300,7 @@ HANDLE WINAPI OpenProcess(DWORD access, BOOL, DWORD processId) {
 // Closes a process handle from OpenProcess or a file from CreateFileA.
 BOOL WINAPI CloseHandle(HANDLE handle) {
     winsim::refuse("CloseHandle");
-    if (host().open.erase(handle) || winsim::closeFile(handle)) return TRUE;
+    if (host().open.erase(handle) || winsim::closeFile(handle) || winsim::closeToken(handle)) return TRUE;
     SetLastError(6);  // ERROR_INVALID_HANDLE
     return FALSE;
 }

@@ -735,3 +735,104 @@ BOOL WINAPI DrawMenuBar(HWND window);
 int WINAPI GetDeviceCaps(HDC dc, int index);
 
 }  // extern "C"
+// ---- Identity, the event log, privileges, shutdown, power and priority ----
+
+typedef void* PSID;
+typedef HANDLE* PHANDLE;
+
+typedef struct _SID_IDENTIFIER_AUTHORITY {
+    BYTE Value[6];
+} SID_IDENTIFIER_AUTHORITY, *PSID_IDENTIFIER_AUTHORITY;
+
+typedef struct _SID_AND_ATTRIBUTES {
+    PSID Sid;
+    DWORD Attributes;
+} SID_AND_ATTRIBUTES;
+
+typedef struct _TOKEN_USER {
+    SID_AND_ATTRIBUTES User;
+} TOKEN_USER;
+
+typedef struct _LUID {
+    DWORD LowPart;
+    LONG HighPart;
+} LUID;
+
+typedef struct _LUID_AND_ATTRIBUTES {
+    LUID Luid;
+    DWORD Attributes;
+} LUID_AND_ATTRIBUTES;
+
+typedef struct _TOKEN_PRIVILEGES {
+    DWORD PrivilegeCount;
+    LUID_AND_ATTRIBUTES Privileges[1];
+} TOKEN_PRIVILEGES, *PTOKEN_PRIVILEGES;
+
+typedef enum _TOKEN_INFORMATION_CLASS { TokenUser = 1 } TOKEN_INFORMATION_CLASS;
+typedef enum _SID_NAME_USE { SidTypeUser = 1 } SID_NAME_USE;
+
+#define TOKEN_QUERY 0x0008
+#define TOKEN_ADJUST_PRIVILEGES 0x0020
+#define SE_PRIVILEGE_ENABLED 0x00000002
+#define SECURITY_MAX_SID_SIZE 68
+#define ERROR_CALL_NOT_IMPLEMENTED 120
+#define ERROR_INSUFFICIENT_BUFFER 122
+#define ERROR_BUFFER_OVERFLOW 111
+#define ERROR_NOT_LOGGED_ON 1245
+#define ERROR_PRIVILEGE_NOT_HELD 1314
+#define ERROR_NONE_MAPPED 1332
+#define EVENTLOG_ERROR_TYPE 0x0001
+#define EVENTLOG_WARNING_TYPE 0x0002
+#define EVENTLOG_INFORMATION_TYPE 0x0004
+#define NORMAL_PRIORITY_CLASS 0x00000020
+#define IDLE_PRIORITY_CLASS 0x00000040
+#define HIGH_PRIORITY_CLASS 0x00000080
+#define REALTIME_PRIORITY_CLASS 0x00000100
+#define BELOW_NORMAL_PRIORITY_CLASS 0x00004000
+#define ABOVE_NORMAL_PRIORITY_CLASS 0x00008000
+#define MB_OK 0x00000000
+#define MB_ICONEXCLAMATION 0x00000030
+
+extern "C" {
+
+// KERNEL32 and ADVAPI32: the computer's and the user's names, in the size
+// conventions of each (GetUserNameA counts the terminator, GetComputerNameA
+// does not).
+BOOL WINAPI GetComputerNameA(LPSTR buffer, LPDWORD size);
+BOOL WINAPI GetUserNameA(LPSTR buffer, LPDWORD size);
+
+// ADVAPI32: the process token (TokenUser only), SIDs, the account that a
+// SID names, and the one privilege the library enables. A host not of the
+// NT line has none of them (ERROR_CALL_NOT_IMPLEMENTED).
+BOOL WINAPI OpenProcessToken(HANDLE process, DWORD access, PHANDLE token);
+BOOL WINAPI GetTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS type, LPVOID buffer, DWORD size,
+                                LPDWORD returned);
+DWORD WINAPI GetLengthSid(PSID sid);
+BOOL WINAPI IsValidSid(PSID sid);
+PSID_IDENTIFIER_AUTHORITY WINAPI GetSidIdentifierAuthority(PSID sid);
+BYTE* WINAPI GetSidSubAuthorityCount(PSID sid);
+DWORD* WINAPI GetSidSubAuthority(PSID sid, DWORD index);
+BOOL WINAPI LookupAccountSidA(LPCSTR system, PSID sid, LPSTR name, LPDWORD nameSize, LPSTR domain,
+                              LPDWORD domainSize, SID_NAME_USE* use);
+BOOL WINAPI LookupPrivilegeValueA(LPCSTR system, LPCSTR name, LUID* luid);
+BOOL WINAPI AdjustTokenPrivileges(HANDLE token, BOOL disableAll, PTOKEN_PRIVILEGES state, DWORD size,
+                                  PTOKEN_PRIVILEGES previous, LPDWORD returned);
+
+// ADVAPI32: the event log. Sources and events are recorded, not stored.
+HANDLE WINAPI RegisterEventSourceW(LPCWSTR server, LPCWSTR source);
+BOOL WINAPI ReportEventW(HANDLE source, WORD type, WORD category, DWORD id, PSID user, WORD count, DWORD dataSize,
+                         LPCWSTR* strings, LPVOID data);
+DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
+
+// USER32 and KERNEL32: ending the logon and power states (recorded, and
+// refused without the shutdown privilege on the NT line), and the
+// process's priority class.
+BOOL WINAPI ExitWindowsEx(UINT flags, DWORD reason);
+BOOL WINAPI SetSystemPowerState(BOOL suspend, BOOL force);
+BOOL WINAPI SetPriorityClass(HANDLE process, DWORD priorityClass);
+DWORD WINAPI GetPriorityClass(HANDLE process);
+
+}  // extern "C"
+
+#define EWX_LOGOFF 0x00000000
+#define EWX_REBOOT 0x00000002

@@ -210,3 +210,42 @@ std::string layeredAttributes(HWND window);
 void setLogPixels(int x, int y);
 
 }  // namespace winsim
+
+#include <vector>
+
+namespace winsim {
+
+// Who runs the program: the computer's and the user's names, the user's SID
+// (its bytes), and the domain of the account that the SID names (nullptr:
+// LookupAccountSidA finds no account). After reset(): "WINSIM-PC", "Tester",
+// S-1-5-21-1004336348-1177238915-682003330-1001, "CORVANE".
+void setComputerName(const char* name);
+void setUserName(const char* name);
+void setUserSid(const std::string& bytes);
+void setAccountDomain(const char* domain);
+
+// An event that ReportEventW was given, with its one string's text.
+struct ReportedEvent {
+    HANDLE source;
+    WORD type, category;
+    DWORD id;
+    std::string sid;  // the SID's bytes, empty for none
+    WORD strings;
+    DWORD dataSize;
+    bool rawData;
+    std::u16string text;
+};
+const std::vector<ReportedEvent>& reportedEvents();
+
+// The names that RegisterEventSourceW was asked to open, in order.
+std::vector<std::u16string> eventSourcesOpened();
+
+// The token, privilege, shutdown, power and priority calls in order, each
+// as its name and arguments ("OpenProcessToken 40", "SetPriorityClass
+// 16384"), joined by "|".
+std::string securityLog();
+
+// Whether the shutdown privilege is enabled in the process token.
+bool shutdownPrivilegeEnabled();
+
+}  // namespace winsim

@@ -3,7 +3,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build demo test bench clean
+.PHONY: all deps build demo test bench clean interface
 
 all: build
 
@@ -33,3 +33,11 @@ FUZZ_RUNS ?= 2000000
 fuzz: deps
 	@bash scripts/build.sh $(BUILD) $(JOBS) asan
 	@ASAN_OPTIONS=detect_leaks=1 $(BUILD)/asan/path_fuzz $(FUZZ_RUNS) $$(date +%s)
+
+# The Declare module and the reference are kept in the repository for
+# readers; after a change to src/frame/ExportTable.txt this writes them anew
+# (make test fails while they differ from the table).
+interface:
+	@python3 scripts/interface.py src/frame/ExportTable.txt $(BUILD)/interface
+	@rm -rf docs/reference && cp -r $(BUILD)/interface/reference docs/reference
+	@mkdir -p vb6 && cp $(BUILD)/interface/CorvaneSupportKit0100.bas vb6/

@@ -55,6 +55,8 @@ command -v cmake >/dev/null 2>&1 || need+=(cmake)
 command -v g++ >/dev/null 2>&1 || need+=(g++)
 [ -d /usr/src/googletest ] || need+=(googletest)
 command -v objdump >/dev/null 2>&1 || need+=(binutils)
+command -v python3 >/dev/null 2>&1 || need+=(python3)
+command -v i686-w64-mingw32-widl >/dev/null 2>&1 || need+=(mingw-w64-tools)
 if [ ${#need[@]} -gt 0 ]; then
   dpkg --print-foreign-architectures | grep -qx i386 || $SUDO dpkg --add-architecture i386
   apt_install bookworm "${need[@]}"

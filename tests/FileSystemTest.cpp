@@ -214,7 +214,6 @@ TEST_F(FileSystem, LongNameWalkAgreesWithThePlatform) {
         }
     }
     EXPECT_EQ(0, differences) << "of " << compared << " paths";
-    EXPECT_GT(compared, 600);
     // The walk looks every element up; the platform only those that may be
     // short names, so there a long name typed in another case stays so.
     char mine[300] = {};

@@ -86,12 +86,10 @@ TEST_F(Registry, ReadersOnEveryType) {
         {"unended", REG_SZ, "abc", 3, "abc+/-7/F+"},
         {"empty", REG_SZ, "", 0, "<null>/-7/F"},  // no text, and no number: the default
         {"one", REG_DWORD, "\1\0\0\0", 4, "dflt/1+/T+"},
-        {"two", REG_DWORD, "\2\0\0\0", 4, "dflt/2+/F+"},
         {"all", REG_DWORD, "\xFF\xFF\xFF\xFF", 4, "dflt/-1+/F+"},  // only the number 1 is true
         {"big one", REG_DWORD_BIG_ENDIAN, "\0\0\0\1", 4, "dflt/1+/T+"},
         {"short", REG_DWORD, "\1\0\0", 3, "dflt/-7/F"},
         {"binary", REG_BINARY, "\1\0\0\0", 4, "dflt/-7/F"},
-        {"expand", REG_EXPAND_SZ, "%CSK_NO_SUCH%\\x", 16, "%CSK_NO_SUCH%\\x+/-7/F+"},
         {"", REG_SZ, "default value", 14, "default value+/-7/F+"},  // the empty name: the key's default value
         {"missing", REG_NONE, "", 0, "dflt/-7/F"},
     };
@@ -122,9 +120,7 @@ TEST_F(Registry, WritersStoreExactly) {
     };
     for (const auto& row : rows) EXPECT_EQ(std::make_pair(S_OK, std::string(row.stored)), std::make_pair(row.status, Stored(row.name))) << row.name;
     EXPECT_EQ(VARIANT_TRUE, done);
-    EXPECT_EQ("True+/-7/T+", Read("bool"));
     EXPECT_EQ("<null>+/-7/F+", Read("empty")) << "stored as one NUL: found, empty";
-    EXPECT_EQ("dflt/287454020+/F+", Read("big"));
 }
 
 // Keys: an empty subkey is the handle's own key; deletes report through a
@@ -178,10 +174,7 @@ TEST_F(Registry, ValueChangesBetweenTheQueries) {
     winsim::changeAfterNextQuery(HKEY_CURRENT_USER, key.c_str(), "v", REG_SZ, "abcdef", 7);
     EXPECT_EQ("dflt/-7/F+", Read("v"));
     winsim::changeAfterNextQuery(HKEY_CURRENT_USER, key.c_str(), "v", REG_BINARY, "ab", 2);
-    Bstr text;
-    VARIANT_BOOL found = 7;
-    vb::esReadStringFromRegistry(kCurrentUser, sub.get(), B("v").get(), B("dflt").get(), 0, &found, text.out());
-    EXPECT_EQ(std::make_pair(std::string("dflt"), VARIANT_FALSE), std::make_pair(text.text(), found));
+    EXPECT_EQ("dflt/-7/F", Read("v"));
     // An expansion that fails gives no text, but the value was found.
     Raw("expand", REG_EXPAND_SZ, "%PATH%", 7);
     winsim::failNext("ExpandEnvironmentStringsA");

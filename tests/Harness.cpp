@@ -173,27 +173,27 @@ std::string TestSafeArray::bytes() const {
 }
 
 #ifndef CSK_WINSIM
-std::string ShownMessageBox(const char* caption, HRESULT (*call)(), HRESULT& status) {
-    std::string seen = "no box";
-    std::thread watcher([&seen, caption] {
+ShownBox CloseNextBox(const std::function<void()>& show, const char* caption) {
+    ShownBox shown;
+    std::thread watcher([&shown, caption] {
         for (int tries = 0; tries < 600; ++tries, Sleep(50)) {
-            // After 5 s any dialog, so that a box with another caption is
-            // closed too, and fails the test instead of hanging it.
             HWND box = FindWindowA("#32770", tries < 100 ? caption : nullptr);
             if (!box) continue;
-            WCHAR text[512] = {};
+            WCHAR text[512] = {}, title[256] = {};
+            GetWindowTextW(box, title, 256);
             GetDlgItemTextW(box, 0xFFFF, text, 512);
             HICON icon = reinterpret_cast<HICON>(SendDlgItemMessageW(box, 1088, STM_GETICON, 0, 0));
-            seen = Utf8(reinterpret_cast<const char16_t*>(text)) +
-                   (icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32515)) ? " !" : " -") +
-                   (GetDlgItem(box, IDOK) && !GetDlgItem(box, IDCANCEL) ? " OK" : " ?");
+            shown.caption = Utf8(reinterpret_cast<const char16_t*>(title));
+            shown.text = Utf8(reinterpret_cast<const char16_t*>(text));
+            shown.exclamation = icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32515));
+            shown.okOnly = GetDlgItem(box, IDOK) && !GetDlgItem(box, IDCANCEL);
             for (int wait = 0; wait < 100 && IsWindow(box); ++wait, Sleep(50)) PostMessageW(box, WM_COMMAND, IDOK, 0);
             return;
         }
     });
-    status = call();
+    show();
     watcher.join();
-    return seen;
+    return shown;
 }
 #endif
 

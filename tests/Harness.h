@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <type_traits>
 #include <string>
 
@@ -117,12 +118,15 @@ struct TestSafeArray {
 };
 
 #ifndef CSK_WINSIM
-// Runs call, which shows a message box with this caption, while a second
-// thread finds the box, reads it and closes it: its text, then " !" with
-// the exclamation icon, and " OK" when OK is its only button. "no box" when
-// none came within 30 s; after 5 s any dialog is taken, so that no test
-// waits on a box for ever.
-std::string ShownMessageBox(const char* caption, HRESULT (*call)(), HRESULT& status);
+// Runs show, which opens a message box on this thread, while a helper thread
+// finds the box (by caption when one is given; after 5 s any dialog, so that
+// a box with another caption fails the test instead of hanging it), reads it
+// and closes it with OK. "(no box)" when none came within 30 s.
+struct ShownBox {
+    std::string caption = "(no box)", text;
+    bool exclamation = false, okOnly = false;  // the exclamation icon; OK its only button
+};
+ShownBox CloseNextBox(const std::function<void()>& show, const char* caption = nullptr);
 #endif
 
 #ifdef CSK_WINSIM

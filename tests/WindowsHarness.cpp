@@ -1,7 +1,6 @@
 #include "WindowsHarness.h"
 
 #include <cstdlib>
-#include <thread>
 
 #ifdef CSK_WINSIM
 #include "winsim_control.h"
@@ -60,25 +59,6 @@ std::string Items(HWND box) {
         text += std::string(i ? "|" : "") + item;
     }
     return text + "@" + std::to_string(SendMessageA(box, CB_GETCURSEL, 0, 0));
-}
-
-ShownBox CloseNextBox(const std::function<void()>& show) {
-    ShownBox shown;
-#ifndef CSK_WINSIM
-    std::thread closer([&shown] {
-        for (int i = 0; i < 200; ++i, Sleep(50))
-            if (HWND box = FindWindowA("#32770", nullptr)) {
-                shown.caption = Title(box), shown.text = Title(GetDlgItem(box, 0xFFFF));
-                PostMessageA(box, WM_COMMAND, IDOK, 0);
-                return;
-            }
-    });
-    show();
-    closer.join();
-#else
-    show();
-#endif
-    return shown;
 }
 
 HMENU MakeMenuBar(HWND window) {

@@ -2,7 +2,6 @@
 // stand-in's natively, read back through the platform's own calls.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "Harness.h"
@@ -42,14 +41,6 @@ RECT Placed(HWND window);
 
 // A combo box's items joined by "|", then "@" and the selected index.
 std::string Items(HWND box);
-
-// Runs show, which opens a message box on this thread; a helper thread
-// reads the box's caption and text and closes it with OK, giving up after
-// ten seconds ("(no box)").
-struct ShownBox {
-    std::string caption = "(no box)", text;
-};
-ShownBox CloseNextBox(const std::function<void()>& show);
 
 // A menu bar for the window: "&File" (id 100), a separator, "&Help" (id 102,
 // greyed under Wine).

@@ -52,10 +52,7 @@ TEST(PathParsing, PartsByShapeOfPath) {
         EXPECT_EQ(std::vector<std::string>(r.parts, r.parts + 7), answers) << r.path;
     }
     EXPECT_EQ("", Call(vb::esGetFileRoot, Bstr::FromUnits(std::u16string(u"\0x", 2)).get())) << "NUL first: empty";
-}
-
-// A null extension drops the old one and keeps the stream.
-TEST(PathParsing, ReplaceFileExtensionWithNull) {
+    // A null extension drops the old one and keeps the stream.
     EXPECT_EQ("C:\\D\\f:s", Call(vb::esReplaceFileExtension, B("C:\\D\\f.txt:s").get(), B(nullptr).get()));
 }
 

@@ -4,7 +4,6 @@
 //
 //   path_corpus shell     the four shell path functions, one line per path
 //   path_corpus exports   the eight path-parsing exports, one line per path
-//   path_corpus count     the number of paths
 //   path_corpus compare NATIVE WINE
 //                         the two outputs of one mode side by side; exits 1
 //                         on a difference that is not a known one
@@ -247,7 +246,6 @@ int main(int argc, char** argv) {
     std::string mode = argc > 1 ? argv[1] : "";
     if (mode == "compare" && argc == 4) return Compare(argv[2], argv[3]);
     Strings corpus = MakeCorpus();
-    if (mode == "count") return std::printf("%u\n", static_cast<unsigned>(corpus.size())) < 0;
     if (mode != "shell" && mode != "exports") return std::fputs("usage: path_corpus MODE\n", stderr), 2;
     for (size_t i = 0; i < corpus.size(); ++i) {
         std::string base = BaseFor(corpus, i), fields = mode == "shell" ? ShellAnswers(corpus[i], base)

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "Harness.h"
-#include "WindowsHarness.h"
 
 namespace {
 
@@ -105,9 +104,7 @@ struct TypeLibrary {
 };
 
 std::string Narrow(BSTR text) {
-    std::string out;
-    for (UINT i = 0; text && i < SysStringLen(text); ++i) out += static_cast<char>(text[i]);
-    return out;
+    return text ? Utf8(std::u16string(reinterpret_cast<const char16_t*>(text), SysStringLen(text))) : std::string();
 }
 
 // Every function of every module, with the module's type description.

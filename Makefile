@@ -3,7 +3,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build demo test bench clean interface
+.PHONY: all deps build demo test bench clean interface dist
 
 all: build
 
@@ -11,7 +11,7 @@ deps:
 	@bash scripts/install-deps.sh
 
 build: deps
-	@bash scripts/build.sh $(BUILD) $(JOBS) native asan win32
+	@bash scripts/build.sh $(BUILD) $(JOBS) win32
 
 demo: deps
 	@bash scripts/build.sh $(BUILD) $(JOBS) win32
@@ -27,12 +27,17 @@ bench: deps
 clean:
 	rm -rf $(BUILD)
 
-# A long run of the fuzz target over the text exports, under the sanitizers.
-FUZZ_RUNS ?= 2000000
+# A long run of the fuzz driver over the text exports, against the checked DLL.
+FUZZ_RUNS ?= 300000
 .PHONY: fuzz
 fuzz: deps
-	@bash scripts/build.sh $(BUILD) $(JOBS) asan
-	@ASAN_OPTIONS=detect_leaks=1 $(BUILD)/asan/path_fuzz $(FUZZ_RUNS) $$(date +%s)
+	@bash scripts/build.sh $(BUILD) $(JOBS) checked
+	@scripts/wine-run $(BUILD)/checked/fuzz.exe $(FUZZ_RUNS) $$(date +%s)
+
+# The release: build/dist/CorvaneSupportKit0100-<version>/ and its .zip.
+dist: deps
+	@bash scripts/build.sh $(BUILD) $(JOBS) win32
+	@bash scripts/dist.sh $(BUILD)
 
 # The Declare module and the reference are kept in the repository for
 # readers; after a change to src/frame/ExportTable.txt this writes them anew

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the two builds need: the i686 MinGW cross compiler, Wine with
-# its 32-bit half, CMake and GoogleTest for the native x86-64 build. Where the
+# Installs what the build needs: the i686 MinGW cross compiler (Win32 thread
+# model), Wine with its 32-bit half, CMake, and GoogleTest's sources, which
+# the cross compiler builds for the tests. Where the
 # kernel runs no 32-bit x86 code, it also makes i386 programs run through
 # qemu-user (version 10, from bookworm-backports) registered with binfmt_misc,
 # and adds the 64-bit wineserver so that only the Win32 programs are emulated.
@@ -48,11 +49,10 @@ if [ ${#missing_locales[@]} -gt 0 ]; then
 fi
 
 need=()
-command -v i686-w64-mingw32-g++-posix >/dev/null 2>&1 || need+=(gcc-mingw-w64-i686 g++-mingw-w64-i686 mingw-w64-tools)
+command -v i686-w64-mingw32-g++-win32 >/dev/null 2>&1 || need+=(gcc-mingw-w64-i686-win32 g++-mingw-w64-i686-win32 mingw-w64-tools)
 command -v wine >/dev/null 2>&1 || need+=(wine)
 dpkg -s wine32:i386 >/dev/null 2>&1 || need+=(wine32:i386)
 command -v cmake >/dev/null 2>&1 || need+=(cmake)
-command -v g++ >/dev/null 2>&1 || need+=(g++)
 [ -d /usr/src/googletest ] || need+=(googletest)
 command -v objdump >/dev/null 2>&1 || need+=(binutils)
 command -v python3 >/dev/null 2>&1 || need+=(python3)

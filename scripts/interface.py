@@ -7,6 +7,8 @@
         CorvaneSupportKit0100.idl   the type library's source
         CorvaneSupportKit0100.bas   Declare statements and records for VB
         reference/                  one page per family and an index
+        VbDeclares.h                the tests' typed declarations and the
+                                    shape of every export
     interface.py --check TABLE REPO    fails if REPO's copies of the .bas and
                                        the reference differ from the table's
 
@@ -277,6 +279,54 @@ def write_reference(families, exports, folder):
     with open(os.path.join(folder, "README.md"), "w", newline="\n") as out:
         out.write("\n".join(index) + "\n")
 
+# The tests' C++ types: by value, and pointed to for out, inout and records.
+CPP_VALUES = {"BSTR": "BSTR", "LONG": "LONG", "INTEGER": "SHORT", "BYTE": "BYTE", "BOOL": "VARIANT_BOOL",
+              "SINGLE": "float", "DOUBLE": "double", "DATE": "DATE", "WSTR": "LPCWSTR", "BOOL32": "BOOL",
+              "BYTES": "SAFEARRAY*"}
+CPP_RECORDS = {"OSVERSIONINFOEX": "OSVERSIONINFOEXA"}
+CPP_RESULTS = {"status": "HRESULT", "long": "LONG", "none": "void"}
+# One letter a type in an export's shape; a D or T by value takes two slots.
+SHAPE_CODES = {"BSTR": "S", "LONG": "L", "INTEGER": "I", "BYTE": "B", "BOOL": "V", "SINGLE": "F", "DOUBLE": "D",
+               "DATE": "T", "WSTR": "W", "BOOL32": "L", "BYTES": "A"}
+
+
+def cpp_type(a):
+    if a.record:
+        return CPP_RECORDS.get(a.type, a.type) + "*"
+    base = CPP_VALUES[a.type]
+    return base + "*" if a.direction != "in" or a.type == "BYTES" else base
+
+
+def checks_out_pointer(e):
+    """Whether the export answers status 1, and nothing else, for a null last argument."""
+    return "1 when the answer variable is missing" in e.status or "1 when the success flag variable is missing" in e.status
+
+
+def write_declares(exports, path):
+    with open(path, "w", newline="\n") as out:
+        out.write("// Generated from src/frame/ExportTable.txt by scripts/interface.py: do not edit.\n"
+                  "#pragma once\n\n#include \"Harness.h\"\n\n")
+        for name in ("NewRect", "TMFI"):
+            out.write(f"struct {name} {{ LONG {', '.join(f for _, f in RECORDS[name])}; }};\n")
+        out.write("\nnamespace vb {\n")
+        for e in exports:
+            types = ", ".join([CPP_RESULTS[e.result]] + [cpp_type(a) for a in e.arguments])
+            out.write(f"inline const VbFunction<{types}> {e.name}{{\"{e.name}\"}};\n")
+        out.write("}  // namespace vb\n\n"
+                  "// Every export's shape: its arguments, each a direction (i in, o out, x inout) and a\n"
+                  "// type letter (S BSTR, L Long, I Integer, B Byte, V Boolean, F Single, D Double,\n"
+                  "// T Date, W wide text, A array variable, R record), and\n"
+                  "// whether a null last argument is answered with status 1 alone.\n"
+                  "struct ExportShape { const char* name; const char* result; const char* arguments; bool checksOut; };\n"
+                  "inline const ExportShape kExportShapes[] = {\n")
+        for e in exports:
+            codes = []
+            for a in e.arguments:
+                d = "x" if a.direction == "inout" else a.direction[0]
+                codes.append(d + ("R" if a.record else SHAPE_CODES[a.type]))
+            out.write(f'    {{"{e.name}", "{e.result}", "{" ".join(codes)}", {str(checks_out_pointer(e)).lower()}}},\n')
+        out.write("};\n")
+
 
 def generate(table, outdir):
     families, exports = read_table(table)
@@ -287,6 +337,7 @@ def generate(table, outdir):
     write_idl(families, exports, os.path.join(outdir, f"{BASE}.idl"))
     write_bas(families, exports, os.path.join(outdir, f"{BASE}.bas"))
     write_reference(families, exports, os.path.join(outdir, "reference"))
+    write_declares(exports, os.path.join(outdir, "VbDeclares.h"))
 
 
 def check(table, repo):

@@ -19,6 +19,5 @@ const LoadTimeSetup loadTimeSetup;
 
 }  // namespace
 
-#ifdef _WIN32
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) { return TRUE; }
-#endif
+

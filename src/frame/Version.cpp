@@ -2,13 +2,14 @@
 // entry points of a server, which this library is not: each says so in a
 // message box and fails.
 #include "Frame.h"
+#include "Version.h"
 
 static const char kModule[] = "Version";
 
 namespace {
 
-// 1.0, build 81 ("1.00.0081"), for the Windows platform.
-const DWORD kMajor = 1, kMinor = 0, kBuild = 81, kPlatformWindows = 1;
+const DWORD kMajor = CSK_VERSION_MAJOR, kMinor = CSK_VERSION_MINOR, kBuild = CSK_VERSION_BUILD;
+const DWORD kPlatformWindows = 1;
 const DWORD kVersionRecordSize = 20;  // DLLVERSIONINFO; the longer DLLVERSIONINFO2 is refused
 
 // The failure of the three refusing entry points; no published name.

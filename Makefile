@@ -32,7 +32,7 @@ FUZZ_RUNS ?= 300000
 .PHONY: fuzz
 fuzz: deps
 	@bash scripts/build.sh $(BUILD) $(JOBS) checked
-	@scripts/wine-run $(BUILD)/checked/fuzz.exe $(FUZZ_RUNS) $$(date +%s)
+	@CSK_FUZZ_RUNS=$(FUZZ_RUNS) CSK_FUZZ_SEED=$$(date +%s) scripts/wine-run $(BUILD)/checked/fuzz.exe
 
 # The release: build/dist/CorvaneSupportKit0100-<version>/ and its .zip.
 dist: deps

@@ -77,8 +77,4 @@ struct GuardedHeap {
     // Whether p is a block of the guarded heap, and its release.
     static bool Owns(const void* p);
     static void Release(void* p);
-
-  private:
-    struct Detours;
-    Detours* detours_;
 };

@@ -8,6 +8,7 @@
 #include <windows.h>
 #include <oleauto.h>
 #include <shlobj.h>
+#include <shlwapi.h>
 
 #include <cstdint>
 #include <cstring>

@@ -26,9 +26,12 @@ Bstr RandomText() {
                                             u"\u4E2D", u"\xD83D\xDE00", u"\xD800", u"\xDC00", u"~1", u"&H",
                                             u"-", u"1", u"True", std::u16string(1, u'\0')};
     if (Pick(10) == 0) return Bstr();
-    std::u16string text;
-    const size_t count = Pick(8) == 0 ? 300 + Pick(3000) : Pick(12);
-    while (text.size() < count) text += pieces[Pick(sizeof pieces / sizeof pieces[0])];
+    const size_t count = Pick(8) == 0 ? 300 + Pick(3000) : Pick(12), kinds = sizeof pieces / sizeof pieces[0];
+    std::u16string text = Pick(2) ? u"C:\\" : u"";
+    // A long text is mostly one piece again and again, so that few
+    // separators or stream colons cut it short before the fixed buffers.
+    const std::u16string& again = pieces[Pick(kinds)];
+    while (text.size() < count) text += count > 12 && Pick(16) ? again : pieces[Pick(kinds)];
     return Bstr::FromUnits(text);
 }
 

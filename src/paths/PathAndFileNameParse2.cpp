@@ -121,6 +121,10 @@ std::string WR_ESGETRELATIVEFILENAME(std::string file, std::string base) {
     CSK_ROUTINE("WR_ESGETRELATIVEFILENAME");
     file = MYCAMONICALIZEPATH(std::move(file));
     base = WR_ESREMOVEBACKSLASH(MYCAMONICALIZEPATH(std::move(base)));
+    // The shell takes both paths in MAX_PATH buffers of its own (Wine's
+    // overruns its stack with a longer one): a longer path has no relative
+    // form, as if the two had no common root.
+    if (file.size() >= MAX_PATH || base.size() >= MAX_PATH) return file;
     TextBuffer buffer;
     if (!PathRelativePathToA(buffer.bytes, TextBuffer::Argument(base), FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL,
                              TextBuffer::Argument(file), FILE_ATTRIBUTE_NORMAL))

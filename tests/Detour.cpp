@@ -84,9 +84,8 @@ struct Never {
 constexpr Never kNever[] = {
     {"MessageBoxA", 4, IDOK}, {"MessageBoxW", 4, IDOK}, {"MessageBoxIndirectA", 1, IDOK},
     {"MessageBoxIndirectW", 1, IDOK}, {"MessageBeep", 1, TRUE}, {"ExitWindowsEx", 2, TRUE},
-    {"SetSystemPowerState", 2, TRUE}, {"SetPriorityClass", 2, TRUE}, {"RegisterEventSourceA", 2, 0x4C0C},
-    {"RegisterEventSourceW", 2, 0x4C0C}, {"ReportEventA", 9, TRUE}, {"ReportEventW", 9, TRUE},
-    {"ShellExecuteA", 6, 42}, {"SHAutoComplete", 2, S_OK}};
+    {"SetSystemPowerState", 2, TRUE}, {"SetPriorityClass", 2, TRUE}, {"RegisterEventSourceW", 2, 0x4C0C},
+    {"ReportEventW", 9, TRUE}, {"ShellExecuteA", 6, 42}, {"SHAutoComplete", 2, S_OK}};
 constexpr size_t kNeverCount = sizeof kNever / sizeof kNever[0];
 
 // One stand-in per row, taking exactly that row's arguments off the stack.
@@ -103,14 +102,7 @@ const void* RecordedOf(std::index_sequence<I...>) {
 template <size_t... K>
 std::vector<const void*> AllRecorded(std::index_sequence<K...>) {
     static_assert(sizeof(size_t) == 4, "one argument slot per size_t");
-    std::vector<const void*> made;
-    (made.push_back(kNever[K].arguments == 1   ? RecordedOf<K>(std::make_index_sequence<1>())
-                    : kNever[K].arguments == 2 ? RecordedOf<K>(std::make_index_sequence<2>())
-                    : kNever[K].arguments == 4 ? RecordedOf<K>(std::make_index_sequence<4>())
-                    : kNever[K].arguments == 6 ? RecordedOf<K>(std::make_index_sequence<6>())
-                                               : RecordedOf<K>(std::make_index_sequence<9>())),
-     ...);
-    return made;
+    return {RecordedOf<K>(std::make_index_sequence<kNever[K].arguments>())...};
 }
 
 const std::vector<const void*>& StandIns() {

@@ -7,8 +7,7 @@
 const char* const kNull = "<null>";
 
 // CallChecked, in assembly so that nothing but the callee moves the stack
-// between the measurement and the call. The stack is 16-byte aligned at the
-// call, as the compilers assume.
+// between the measurement and the call.
 __asm__(
     ".text\n"
     ".globl csk_call_checked\n"
@@ -20,12 +19,6 @@ __asm__(
     "  pushl %edi\n"
     "  movl 12(%ebp), %esi\n"
     "  movl 16(%ebp), %ecx\n"
-    "  leal 0(,%ecx,4), %edx\n"
-    "  movl %esp, %eax\n"
-    "  subl %edx, %eax\n"
-    "  andl $-16, %eax\n"
-    "  addl %edx, %eax\n"
-    "  movl %eax, %esp\n"
     "  movl %esp, %ebx\n"
     "1:\n"
     "  testl %ecx, %ecx\n"

@@ -84,6 +84,8 @@ BOOL WINAPI Wow64(HANDLE process, BOOL* wow64) {
     const bool self = process == GetCurrentProcess();
     return *wow64 = Has(self ? "64bit" : "other32"), !Has(self ? "selffails" : "otherfails");
 }
+void WINAPI NativeInfo(SYSTEM_INFO* info) { GetSystemInfo(info), info->wProcessorArchitecture = 9; }
+BOOL WINAPI ProductName(char* buffer, DWORD size) { return std::sprintf(buffer, "Staged Windows %lu", size) > 0; }
 HRESULT WINAPI Shell(DLLVERSIONINFO* info) {
     return g_calls += "shell" + std::to_string(info->cbSize) + " ", *info = {info->cbSize, 6, 1, 7601, 2}, S_OK;
 }
@@ -106,7 +108,8 @@ TEST(HostMatrix, EveryHost) {
         FreshLibrary fresh;
         Detour version("GetVersionExA", StagedVersion), metrics("GetSystemMetrics", StagedMetrics);
         ProcDetour a("wine_get_version", Unless("-wine", GetTickCount)), b("DllGetVersion", Unless("-shell", Shell));
-        ProcDetour c("IsWow64Process", Unless("-wow", Wow64));
+        ProcDetour c("IsWow64Process", Unless("-wow", Wow64)), d("GetProductName", ProductName),
+            e("GetNativeSystemInfo", Unless("-wow", NativeInfo));
         const std::string row = "row " + std::to_string(&h - kHosts);
         ExpectHost(h, row);
         OSVERSIONINFOEXA record;
@@ -120,6 +123,12 @@ TEST(HostMatrix, EveryHost) {
         EXPECT_EQ(h.extra + std::string(h.accepts == 2 ? "-1 -1 156 " : h.accepts ? "0 -1 148 " : "0 0 148 "),
                   n(bits[0]) + n(v[0]) + n(bits[1]) + shell + g_calls + n(v[1]) + n(v[2]) +
                       n(record.dwOSVersionInfoSize)) << row;
+        SYSTEM_INFO native = {};  // the record of the platform's own call, or of GetSystemInfo where there is none
+        EXPECT_EQ(S_OK, vb::esGetNativeSystemInfo(&native, &v[0]));
+        EXPECT_EQ(Has("-wow") ? "0 0" : "-1 9", n(v[0]) + std::to_string(native.wProcessorArchitecture)) << row;
+        Bstr product("stale");  // never asked of Wine, whose stub ends the process
+        EXPECT_EQ(S_OK, vb::esGetProductName(product.out()));
+        EXPECT_EQ(Has("-wine") ? "Staged Windows 1024" : kNull, product.text()) << row;
         g_record = &kHosts[h.accepts ? 0 : 1], ExpectHost(h.accepts ? h : kHosts[1], row + ", the host's answer changed");
     }
 }

@@ -143,7 +143,7 @@ size_t g_liveCount = 0;
 bool g_active = false;             // whether new blocks come from here or from the platform
 template <class F>
 F Real(const char* dll, const char* name) {
-    return reinterpret_cast<F>(GetProcAddress(GetModuleHandleA(dll), name));
+    return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(dll), name)));
 }
 const auto g_realMalloc = Real<void*(__cdecl*)(size_t)>("msvcrt.dll", "malloc");
 const auto g_realRealloc = Real<void*(__cdecl*)(void*, size_t)>("msvcrt.dll", "realloc");
@@ -180,33 +180,30 @@ void* Take(size_t size, size_t align) {
     return first + pages * kPage - bytes;
 }
 
+// The block that holds p, and the bytes from p to its end.
 std::map<size_t, Block>::iterator Find(const void* p) {
-    size_t page = (static_cast<const BYTE*>(p) - g_region) / kPage;
-    auto block = g_blocks.upper_bound(page);
-    return --block;
+    return --g_blocks.upper_bound((static_cast<const BYTE*>(p) - g_region) / kPage);
 }
-
 size_t SizeOf(const void* p) {
     auto block = Find(p);
     return g_region + (block->first + block->second.pages) * kPage - static_cast<const BYTE*>(p);
 }
 
-void* __cdecl GuardedMalloc(size_t size) { return Take(size, 8); }
+void* __cdecl Guardedmalloc(size_t size) { return Take(size, 8); }
 
-void* __cdecl GuardedCalloc(size_t count, size_t size) {
+void* __cdecl Guardedcalloc(size_t count, size_t size) {
     void* made = size && count > SIZE_MAX / size ? nullptr : Take(count * size, 8);
     if (made && !g_active) std::memset(made, 0, count * size);
     return made;
 }
 
-void __cdecl GuardedFree(void* p) {
-    if (!p) return;
-    GuardedHeap::Owns(p) ? GuardedHeap::Release(p) : g_realFree(p);
+void __cdecl Guardedfree(void* p) {
+    if (p) GuardedHeap::Owns(p) ? GuardedHeap::Release(p) : g_realFree(p);
 }
 
-void* __cdecl GuardedRealloc(void* p, size_t size) {
+void* __cdecl Guardedrealloc(void* p, size_t size) {
     if (p && !GuardedHeap::Owns(p)) return g_realRealloc(p, size);
-    if (!size) return GuardedFree(p), nullptr;
+    if (!size) return Guardedfree(p), nullptr;
     void* made = Take(size, 8);
     if (made && p) std::memcpy(made, p, std::min(size, SizeOf(p))), GuardedHeap::Release(p);
     return made;
@@ -231,32 +228,22 @@ void WINAPI GuardedSysFreeString(BSTR text) {
     if (text) GuardedHeap::Owns(text) ? GuardedHeap::Release(text) : g_realSysFree(text);
 }
 
+// A null text leaves the variable null.
 INT WINAPI GuardedSysReAllocStringLen(BSTR* target, const OLECHAR* from, UINT length) {
-    BSTR made = MakeBstr(from, 2 * length);
-    if (!made) return FALSE;
+    BSTR made = from || length ? MakeBstr(from, 2 * length) : nullptr;
+    if (!made && (from || length)) return FALSE;
     GuardedSysFreeString(*target);
-    *target = made;
-    return TRUE;
+    return *target = made, TRUE;
 }
-
 INT WINAPI GuardedSysReAllocString(BSTR* target, const OLECHAR* from) {
-    if (from) return GuardedSysReAllocStringLen(target, from, lstrlenW(from));
-    GuardedSysFreeString(*target);
-    *target = nullptr;
-    return TRUE;
+    return GuardedSysReAllocStringLen(target, from, from ? lstrlenW(from) : 0);
 }
 
+#define CSK_ROUTED(name) {#name, reinterpret_cast<const void*>(Guarded##name)}
 const std::pair<const char*, const void*> kRouted[] = {
-    {"malloc", reinterpret_cast<const void*>(GuardedMalloc)},
-    {"calloc", reinterpret_cast<const void*>(GuardedCalloc)},
-    {"realloc", reinterpret_cast<const void*>(GuardedRealloc)},
-    {"free", reinterpret_cast<const void*>(GuardedFree)},
-    {"SysAllocString", reinterpret_cast<const void*>(GuardedSysAllocString)},
-    {"SysAllocStringLen", reinterpret_cast<const void*>(GuardedSysAllocStringLen)},
-    {"SysAllocStringByteLen", reinterpret_cast<const void*>(GuardedSysAllocStringByteLen)},
-    {"SysReAllocString", reinterpret_cast<const void*>(GuardedSysReAllocString)},
-    {"SysReAllocStringLen", reinterpret_cast<const void*>(GuardedSysReAllocStringLen)},
-    {"SysFreeString", reinterpret_cast<const void*>(GuardedSysFreeString)}};
+    CSK_ROUTED(malloc), CSK_ROUTED(calloc), CSK_ROUTED(realloc), CSK_ROUTED(free), CSK_ROUTED(SysAllocString),
+    CSK_ROUTED(SysAllocStringLen), CSK_ROUTED(SysAllocStringByteLen), CSK_ROUTED(SysReAllocString),
+    CSK_ROUTED(SysReAllocStringLen), CSK_ROUTED(SysFreeString)};
 
 }  // namespace
 

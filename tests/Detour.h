@@ -8,6 +8,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
 
 // The calls that fakes record, in the order made, for a test to compare.
@@ -39,6 +40,7 @@ struct ProcDetour {
     ProcDetour(const char* name, const void* replacement);
     template <class F>
     ProcDetour(const char* name, F replacement) : ProcDetour(name, reinterpret_cast<const void*>(+replacement)) {}
+    ProcDetour(const char* name, std::nullptr_t) : ProcDetour(name, static_cast<const void*>(nullptr)) {}
     ~ProcDetour();
     ProcDetour(const ProcDetour&) = delete;
     ProcDetour& operator=(const ProcDetour&) = delete;

@@ -117,39 +117,3 @@ std::string TestSafeArray::bytes() const {
     if (!array) return std::string();
     return std::string(static_cast<const char*>(array->pvData), array->rgsabound[0].cElements * array->cbElements);
 }
-
-namespace {
-struct BoxWatch {
-    const char* caption;
-    ShownBox shown;
-};
-
-DWORD WINAPI WatchForBox(void* parameter) {
-    auto* watch = static_cast<BoxWatch*>(parameter);
-    for (int tries = 0; tries < 600; ++tries, Sleep(50)) {
-        HWND box = FindWindowA("#32770", tries < 100 ? watch->caption : nullptr);
-        if (!box) continue;
-        WCHAR text[512] = {}, title[256] = {};
-        GetWindowTextW(box, title, 256);
-        GetDlgItemTextW(box, 0xFFFF, text, 512);
-        HICON icon = reinterpret_cast<HICON>(SendDlgItemMessageW(box, 1088, STM_GETICON, 0, 0));
-        ShownBox& shown = watch->shown;
-        shown.caption = Utf8(reinterpret_cast<const char16_t*>(title));
-        shown.text = Utf8(reinterpret_cast<const char16_t*>(text));
-        shown.exclamation = icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32515));
-        shown.okOnly = GetDlgItem(box, IDOK) && !GetDlgItem(box, IDCANCEL);
-        for (int wait = 0; wait < 100 && IsWindow(box); ++wait, Sleep(50)) PostMessageW(box, WM_COMMAND, IDOK, 0);
-        break;
-    }
-    return 0;
-}
-}  // namespace
-
-ShownBox CloseNextBox(const std::function<void()>& show, const char* caption) {
-    BoxWatch watch{caption, {}};
-    HANDLE watcher = CreateThread(nullptr, 0, WatchForBox, &watch, 0, nullptr);
-    show();
-    WaitForSingleObject(watcher, INFINITE);
-    CloseHandle(watcher);
-    return watch.shown;
-}

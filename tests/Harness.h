@@ -1,6 +1,5 @@
 // What the tests share: the DLL loaded the way a Visual Basic program loads
-// it, calls that check the stack, BSTRs and arrays the test owns, and the
-// message-box closer.
+// it, calls that check the stack, BSTRs and arrays the test owns.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,8 +10,8 @@
 #include <shlwapi.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <type_traits>
 
@@ -112,16 +111,6 @@ struct TestSafeArray {
     std::string bytes() const;
 };
 
-// Runs show, which opens a message box on this thread, while a helper thread
-// finds the box (by caption when one is given; after 5 s any dialog, so that
-// a box with another caption fails the test instead of hanging it), reads it
-// and closes it with OK. "(no box)" when none came within 30 s.
-struct ShownBox {
-    std::string caption = "(no box)", text;
-    bool exclamation = false, okOnly = false;  // the exclamation icon; OK its only button
-};
-ShownBox CloseNextBox(const std::function<void()>& show, const char* caption = nullptr);
-
 // What an export of no input answers, with its status checked to be 0.
 template <class F>
 std::string ExportText(const F& function) {
@@ -130,5 +119,13 @@ std::string ExportText(const F& function) {
     return out.text();
 }
 
-// A Visual Basic Boolean as the tests compare it: -1, 0, or what else came.
-inline int VbBool(VARIANT_BOOL value) { return value; }
+// J{...}: the values as one text, each followed by a space, so that a row's
+// answers compare at once and a failure shows them all. A braced list is
+// evaluated in order, so calls in it run left to right; a variable is read
+// after them all.
+inline std::string S(const std::string& s) { return s; }
+inline std::string S(LPCSTR s) { return s ? s : kNull; }
+inline std::string S(LPCWSTR s) { return s ? Utf8(reinterpret_cast<const char16_t*>(s)) : kNull; }
+inline std::string S(double n) { char t[32]; return std::snprintf(t, sizeof t, n == int64_t(n) ? "%.0f" : "%.9g", n), t; }
+struct J : std::string { template <class... T> J(const T&... v) : std::string(((S(v) + " ") + ...)) {} };
+inline void PrintTo(const J& j, std::ostream* out) { *out << testing::PrintToString(std::string(j)); }

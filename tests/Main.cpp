@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+#include "Detour.h"
+
 static LONG WINAPI StopOnCrash(EXCEPTION_POINTERS* info) {
     const EXCEPTION_RECORD* record = info->ExceptionRecord;
     HMODULE module = nullptr;
@@ -25,8 +27,14 @@ static LONG WINAPI StopOnCrash(EXCEPTION_POINTERS* info) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// Each test starts with no calls recorded.
+struct FreshCallLog : testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { g_calls.clear(); }
+};
+
 int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(StopOnCrash);
     testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new FreshCallLog);
     return RUN_ALL_TESTS();
 }

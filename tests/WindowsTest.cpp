@@ -17,14 +17,6 @@ Window Make(const char* cls, DWORD style = WS_POPUP, HWND parent = nullptr, int 
     return Window(CreateWindowExA(0, cls, title, style, 10, 20, width, 100, parent, nullptr, nullptr, nullptr), DestroyWindow);
 }
 
-// J{...}: the values, each followed by a space. A braced list is evaluated in
-// order, so calls in it run left to right; a variable is read after them all.
-std::string S(const std::string& s) { return s; } std::string S(LPCSTR s) { return s ? s : kNull; }
-std::string S(LPCWSTR s) { return s ? Utf8(reinterpret_cast<const char16_t*>(s)) : kNull; }
-std::string S(double n) { char t[32]; return std::snprintf(t, sizeof t, n == int64_t(n) ? "%.0f" : "%.9g", n), t; }
-struct J : std::string { template <class... T> J(const T&... v) : std::string(((S(v) + " ") + ...)) {} };
-void PrintTo(const J& j, std::ostream* out) { *out << testing::PrintToString(std::string(j)); }
-
 // What the staged calls compare with and answer: the window expected, a work area, a bit for each call to fail.
 struct { HWND guide; RECT work; DWORD fails; } g;
 

@@ -58,9 +58,7 @@ Detour::Detour(const char* function, const void* replacement) : function_(functi
     EXPECT_TRUE(original) << "the library does not import " << function;
 }
 
-Detour::~Detour() {
-    if (original) Patch(function_.c_str(), original);
-}
+Detour::~Detour() { if (original) Patch(function_.c_str(), original); }
 
 ProcDetour::ProcDetour(const char* name, const void* replacement) : name_(name) {
     if (g_procs.empty()) g_getProcAddress = new Detour("GetProcAddress", FakeGetProcAddress);
@@ -76,14 +74,9 @@ ProcDetour::~ProcDetour() {
 
 namespace {
 
-struct Never {
-    const char* name;
-    int arguments;
-    DWORD answer;
-};
+struct Never { const char* name; int arguments; DWORD answer; };
 constexpr Never kNever[] = {
-    {"MessageBoxA", 4, IDOK}, {"MessageBoxW", 4, IDOK}, {"MessageBoxIndirectA", 1, IDOK},
-    {"MessageBoxIndirectW", 1, IDOK}, {"MessageBeep", 1, TRUE}, {"ExitWindowsEx", 2, TRUE},
+    {"MessageBoxA", 4, IDOK}, {"MessageBoxIndirectA", 1, IDOK}, {"MessageBoxIndirectW", 1, IDOK}, {"MessageBeep", 1, TRUE}, {"ExitWindowsEx", 2, TRUE},
     {"SetSystemPowerState", 2, TRUE}, {"SetPriorityClass", 2, TRUE}, {"RegisterEventSourceW", 2, 0x4C0C},
     {"ReportEventW", 9, TRUE}, {"ShellExecuteA", 6, 42}, {"SHAutoComplete", 2, S_OK}};
 constexpr size_t kNeverCount = sizeof kNever / sizeof kNever[0];
@@ -91,9 +84,7 @@ constexpr size_t kNeverCount = sizeof kNever / sizeof kNever[0];
 // One stand-in per row, taking exactly that row's arguments off the stack.
 template <size_t K, class... A>
 DWORD WINAPI Recorded(A...) {
-    g_calls += kNever[K].name;
-    g_calls += ' ';
-    return kNever[K].answer;
+    return g_calls += std::string(kNever[K].name) + ' ', kNever[K].answer;
 }
 template <size_t K, size_t... I>
 const void* RecordedOf(std::index_sequence<I...>) {
@@ -112,19 +103,9 @@ const std::vector<const void*>& StandIns() {
 
 }  // namespace
 
-struct NeverRun::Detours {
-    std::vector<std::pair<const char*, const void*>> patched;
-    ProcDetour autoComplete{"SHAutoComplete", StandIns().back()};  // bound at run time, the table's last row
-};
-
-NeverRun::NeverRun() : detours_(new Detours) {
-    for (size_t k = 0; k + 1 < kNeverCount; ++k)
-        if (const void* original = Patch(kNever[k].name, StandIns()[k])) detours_->patched.emplace_back(kNever[k].name, original);
-}
-
-NeverRun::~NeverRun() {
-    for (auto& [name, original] : detours_->patched) Patch(name, original);
-    delete detours_;
+// SHAutoComplete, the table's last row, is bound at run time.
+NeverRun::NeverRun() : autoComplete_(new ProcDetour("SHAutoComplete", StandIns().back())) {
+    for (size_t k = 0; k + 1 < kNeverCount; ++k) detours_.emplace_back(new Detour(kNever[k].name, StandIns()[k]));
 }
 
 // ---- The guard-page heap ------------------------------------------------------
@@ -132,10 +113,7 @@ NeverRun::~NeverRun() {
 namespace {
 
 const size_t kPage = 4096, kRegionPages = 65536;  // 256 MB of addresses
-struct Block {
-    size_t pages;
-    bool live;
-};
+struct Block { size_t pages; bool live; };
 BYTE* g_region = nullptr;
 size_t g_next = 0;                  // the first page not yet handed out in this round
 std::map<size_t, Block> g_blocks;  // by first page; freed ones stay no-access until the next round
@@ -259,10 +237,7 @@ GuardedHeap::GuardedHeap() {
 GuardedHeap::~GuardedHeap() { g_active = false; }
 
 size_t GuardedHeap::Live() { return g_liveCount; }
-
-bool GuardedHeap::Owns(const void* p) {
-    return g_region && p >= g_region && p < g_region + kRegionPages * kPage;
-}
+bool GuardedHeap::Owns(const void* p) { return g_region && p >= g_region && p < g_region + kRegionPages * kPage; }
 
 void GuardedHeap::Release(void* p) {
     auto block = Find(p);

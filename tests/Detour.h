@@ -9,7 +9,9 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <vector>
 
 // The calls that fakes record, in the order made, for a test to compare.
 extern std::string g_calls;
@@ -54,13 +56,10 @@ struct ProcDetour {
 // recorded in g_calls by name and answered as success.
 struct NeverRun {
     NeverRun();
-    ~NeverRun();
-    NeverRun(const NeverRun&) = delete;
-    NeverRun& operator=(const NeverRun&) = delete;
 
   private:
-    struct Detours;
-    Detours* detours_;
+    std::vector<std::unique_ptr<Detour>> detours_;
+    std::unique_ptr<ProcDetour> autoComplete_;
 };
 
 // While it lives, every block the library takes through malloc, calloc,

@@ -1,6 +1,7 @@
 // The test programs' entry: a crash (a guard page touched, an undefined-
-// behaviour trap) ends the program at once with its address, instead of
-// starting Wine's debugger and holding the run until its time-out.
+// behaviour trap) ends the program at once with its address and the test
+// that ran, instead of starting Wine's debugger and holding the run until
+// its time-out. Each test starts with no calls recorded.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -15,19 +16,15 @@ static LONG WINAPI StopOnCrash(EXCEPTION_POINTERS* info) {
     char name[MAX_PATH] = "?";
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        static_cast<LPCSTR>(record->ExceptionAddress), &module);
-    if (module) GetModuleFileNameA(module, name, MAX_PATH);
-    std::fprintf(stderr, "CRASH: exception %08lX at %p (%s +0x%lx), data address %p, in %s\n", record->ExceptionCode,
-                 record->ExceptionAddress, name,
-                 static_cast<unsigned long>(static_cast<char*>(record->ExceptionAddress) - reinterpret_cast<char*>(module)),
-                 record->NumberParameters > 1 ? reinterpret_cast<void*>(record->ExceptionInformation[1]) : nullptr,
-                 testing::UnitTest::GetInstance()->current_test_info()
-                     ? testing::UnitTest::GetInstance()->current_test_info()->name() : "no test");
-    std::fflush(stderr);
+    GetModuleFileNameA(module, name, module ? MAX_PATH : 0);
+    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+    std::fprintf(stderr, "CRASH: exception %08lX at %p (%s + %#x), data address %#lx, in %s\n", record->ExceptionCode,
+                 record->ExceptionAddress, name, static_cast<BYTE*>(record->ExceptionAddress) - reinterpret_cast<BYTE*>(module),
+                 record->NumberParameters > 1 ? record->ExceptionInformation[1] : 0, test ? test->name() : "no test");
     TerminateProcess(GetCurrentProcess(), 3);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-// Each test starts with no calls recorded.
 struct FreshCallLog : testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override { g_calls.clear(); }
 };

@@ -25,6 +25,15 @@ TEST(Library, VersionAndRefusals) {
               vb::DllGetVersion(reinterpret_cast<DLLVERSIONINFO*>(r[1])), r[0][0], r[0][1], r[0][2], r[0][3], r[0][4], r[1][0], r[1][1]}));
     Detour box("MessageBoxA", +[](HWND owner, LPCSTR text, LPCSTR caption, UINT style) WINAPI {
         WCHAR wide[128] = {}; return g_calls += J{owner == GetActiveWindow(), (MultiByteToWideChar(1251, 0, text, -1, wide, 128), static_cast<LPCWSTR>(wide)), caption, style}, IDCANCEL; });
+    // The resources: the version record's Russian block, message 1 (its one insertion and a line end), icons 1 to 3.
+    char path[MAX_PATH] = {}, record[4096] = {}, *version = nullptr;
+    WCHAR message[32] = {};
+    const DWORD_PTR insert[] = {reinterpret_cast<DWORD_PTR>(L"text")};
+    UINT size = GetModuleFileNameA(CskLibrary(), path, MAX_PATH) + GetFileVersionInfoA(path, 0, sizeof record, record);
+    FormatMessageW(FORMAT_MESSAGE_FROM_HMODULE | FORMAT_MESSAGE_ARGUMENT_ARRAY, CskLibrary(), 1, 0x419, message, 32, (va_list*)insert);
+    EXPECT_EQ("1 1.00.0081 text\r\n 1 1 1 0 ", (J{VerQueryValueA(record, "\\StringFileInfo\\041904E3\\FileVersion", (void**)&version, &size), version, message,
+              !!FindResourceExA(CskLibrary(), RT_ICON, MAKEINTRESOURCEA(1), 0x419), !!FindResourceExA(CskLibrary(), RT_ICON, MAKEINTRESOURCEA(3), 0x419),
+              !!FindResourceExA(CskLibrary(), RT_MESSAGETABLE, MAKEINTRESOURCEA(1), 0x419), !!FindResourceExA(CskLibrary(), RT_ICON, MAKEINTRESOURCEA(4), 0x419)}));
     const J refused{(g_calls.clear(), vb::DllInstall(0, nullptr)), vb::DllInstall(-7, L"/i"), vb::DllRegisterServer(), vb::DllUnregisterServer()};
     const std::string not_ = "Вообще-то я не ActiveX DLL и не буду ", box_ = " Corvane - Corvane support library KIT 8240 1 ";
     EXPECT_EQ("1 Я не хочу удаляться!" + box_ + "Я не хочу никуда устанавливаться!" + box_ + not_ + "регистрироваться в системе!" + box_ + not_ +

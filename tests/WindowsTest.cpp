@@ -95,6 +95,29 @@ TEST(Windows, TextControlsAndStyles) {
 // standard one, whose sound plays first; the caller's module, else the
 // program's; the caption given, else the main window's title; the 8-bit
 // call on a host without Unicode. The short forms fill in the rest.
+// A menu bar item moved right and back keeps its text and state; a position
+// past the end, or a window without a menu, is refused. Auto-completion goes
+// to the window's first edit child, else to the window; without the shell's
+// entry point nothing is asked.
+TEST(Windows, MenusAndAutoCompletion) {
+    Window form = Make("STATIC"), edit = Make("EDIT", WS_CHILD, form.get()), lone = Make("STATIC");
+    HMENU bar = CreateMenu();
+    AppendMenuA(bar, MF_STRING, 1, "&File"), AppendMenuA(bar, MF_STRING | MF_GRAYED, 2, "&Help"), SetMenu(form.get(), bar);
+    auto item = [bar] { char text[16] = {}; MENUITEMINFOA i = {sizeof i, MIIM_FTYPE | MIIM_STRING | MIIM_STATE};
+                        return i.dwTypeData = text, i.cch = 16, GetMenuItemInfoA(bar, 1, TRUE, &i), J{i.fType, i.fState, text}; };
+    VARIANT_BOOL done[6] = {7, 7, 7, 7, 7, 7};
+    EXPECT_EQ("0 16384 1 &Help  0 0 1 &Help  0 0 -1 -1 0 0 ", (J{vb::esSetMenuJustify(L(form), 1, -1, &done[0]), item(), vb::esSetMenuJustify(L(form), 1, 0, &done[1]), item(),
+              vb::esSetMenuJustify(L(form), 2, -1, &done[2]), vb::esSetMenuJustify(L(lone), 0, -1, &done[3]), done[0], done[1], done[2], done[3]}));
+    for (bool present : {true, false}) {
+        FreshLibrary fresh;
+        ProcDetour shell("SHAutoComplete", present ? reinterpret_cast<const void*>(+[](HWND w, DWORD flags) WINAPI -> HRESULT {
+            char name[16] = {}; return GetClassNameA(w, name, 16), g_calls += J{name, flags}, S_OK; }) : nullptr);
+        g_calls.clear();
+        const J statuses{vb::esAddAutoComplete(L(form), 5, &done[4]), vb::esAddAutoComplete(L(lone), 5, &done[5])};
+        EXPECT_EQ(present ? "0 0 Edit 5 Static 5 -1 -1 " : "0 0 0 0 ", statuses + g_calls + (J{done[4], done[5]}));
+    }
+}
+
 TEST(Windows, MessageBoxes) {
     WNDCLASSA thunder{0, DefWindowProcA, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, "ThunderRT6Main"}; const std::string exe = J{RegisterClassA(&thunder) * 0 + intptr_t(GetModuleHandleA(nullptr)), "x"};
     for (auto [form, style, module, title, icon, ansi, record] : {std::tuple(0, 0x30, 0, "T", "ICON", 0u, "48 W 40 0 " + exe + "T 8320 ICON 0 "),

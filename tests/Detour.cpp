@@ -41,14 +41,10 @@ std::map<std::string, const void*> g_procs;
 Detour* g_getProcAddress = nullptr;
 
 FARPROC WINAPI FakeGetProcAddress(HMODULE module, LPCSTR name) {
-    if (HIWORD(reinterpret_cast<DWORD_PTR>(name))) {
-        auto found = g_procs.find(name);
-        if (found != g_procs.end()) {
-            if (!found->second) SetLastError(ERROR_PROC_NOT_FOUND);
-            return reinterpret_cast<FARPROC>(const_cast<void*>(found->second));
-        }
-    }
-    return g_getProcAddress->real<decltype(&GetProcAddress)>()(module, name);
+    auto found = HIWORD(reinterpret_cast<DWORD_PTR>(name)) ? g_procs.find(name) : g_procs.end();
+    if (found == g_procs.end()) return g_getProcAddress->real<decltype(&GetProcAddress)>()(module, name);
+    if (!found->second) SetLastError(ERROR_PROC_NOT_FOUND);
+    return reinterpret_cast<FARPROC>(const_cast<void*>(found->second));
 }
 
 }  // namespace
@@ -66,8 +62,7 @@ ProcDetour::ProcDetour(const char* name, const void* replacement) : name_(name) 
 }
 
 ProcDetour::~ProcDetour() {
-    g_procs.erase(name_);
-    if (g_procs.empty()) delete g_getProcAddress;
+    if (g_procs.erase(name_), g_procs.empty()) delete g_getProcAddress;
 }
 
 // ---- What must never really run ---------------------------------------------

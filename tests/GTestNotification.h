@@ -3,19 +3,15 @@
 #pragma once
 #include <windows.h>
 
-namespace testing {
-namespace internal {
+namespace testing::internal {
 class Notification {
   public:
     Notification() : event_(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
     ~Notification() { CloseHandle(event_); }
-    Notification(const Notification&) = delete;
-    Notification& operator=(const Notification&) = delete;
     void Notify() { SetEvent(event_); }
     void WaitForNotification() { WaitForSingleObject(event_, INFINITE); }
 
   private:
     HANDLE event_;
 };
-}  // namespace internal
-}  // namespace testing
+}  // namespace testing::internal

@@ -1,6 +1,7 @@
 #include "Harness.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "Detour.h"
 
@@ -44,8 +45,7 @@ const char kDll[] = "CorvaneSupportKit0100.dll";
 HMODULE g_library = nullptr;
 
 void Reload() {
-    if (g_library)
-        while (GetModuleHandleA(kDll)) FreeLibrary(g_library);
+    while (g_library && GetModuleHandleA(kDll)) FreeLibrary(g_library);
     g_library = LoadLibraryA(kDll);
 }
 }  // namespace
@@ -75,18 +75,14 @@ Bstr Bstr::FromUnits(const std::u16string& units) {
 
 Bstr::~Bstr() { GuardedHeap::Owns(value_) ? GuardedHeap::Release(value_) : SysFreeString(value_); }
 
+// The old string goes with the other one.
 Bstr& Bstr::operator=(Bstr&& other) noexcept {
-    if (this != &other) {
-        this->~Bstr();
-        value_ = other.value_;
-        other.value_ = nullptr;
-    }
+    std::swap(value_, other.value_);
     return *this;
 }
 
 std::u16string Bstr::units() const {
-    if (!value_) return std::u16string();
-    return std::u16string(reinterpret_cast<const char16_t*>(value_), SysStringLen(value_));
+    return value_ ? std::u16string(reinterpret_cast<const char16_t*>(value_), SysStringLen(value_)) : std::u16string();
 }
 
 std::string Bstr::text() const { return value_ ? Utf8(units()) : kNull; }

@@ -105,8 +105,7 @@ TEST(AllExports, TextCrossesTheFrameAsTheCallerSentIt) {
 // bytes the table gives it; each record has its size.
 TEST(AllExports, TheTypeLibraryDescribesEachAsTheDllHasIt) {
     wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring file = path;
+    const std::wstring file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
     ITypeLib* library = nullptr;
     ASSERT_EQ(S_OK, LoadTypeLibEx((file.substr(0, file.rfind(L'\\') + 1) + L"CorvaneSupportKit0100.tlb").c_str(),
                                   REGKIND_NONE, &library));
@@ -118,9 +117,8 @@ TEST(AllExports, TheTypeLibraryDescribesEachAsTheDllHasIt) {
     for (UINT index = 0; index < library->GetTypeInfoCount(); ++index) {
         ITypeInfo* info = nullptr;
         TYPEATTR* attributes = nullptr;
-        library->GetTypeInfo(index, &info);
-        info->GetTypeAttr(&attributes);
         BSTR typeName = nullptr;
+        library->GetTypeInfo(index, &info), info->GetTypeAttr(&attributes);
         info->GetDocumentation(MEMBERID_NIL, &typeName, nullptr, nullptr, nullptr);
         auto record = records.find(S(typeName));
         sized += attributes->typekind == TKIND_RECORD && record != records.end() && attributes->cbSizeInstance == record->second;
@@ -128,8 +126,7 @@ TEST(AllExports, TheTypeLibraryDescribesEachAsTheDllHasIt) {
             FUNCDESC* function = nullptr;
             BSTR name = nullptr;
             void* address = nullptr;
-            info->GetFuncDesc(f, &function);
-            info->GetDocumentation(function->memid, &name, nullptr, nullptr, nullptr);
+            info->GetFuncDesc(f, &function), info->GetDocumentation(function->memid, &name, nullptr, nullptr, nullptr);
             const std::string text = S(name);
             int pushed = 0;
             for (SHORT p = 0; p < function->cParams; ++p)
@@ -137,12 +134,9 @@ TEST(AllExports, TheTypeLibraryDescribesEachAsTheDllHasIt) {
             EXPECT_EQ((J{0, intptr_t(GetProcAddress(CskLibrary(), text.c_str())), CC_STDCALL, bytes[text]}),
                       (J{info->AddressOfMember(function->memid, INVOKE_FUNC, &address), intptr_t(address), function->callconv, pushed}))
                 << text;
-            SysFreeString(name);
-            info->ReleaseFuncDesc(function);
+            SysFreeString(name), info->ReleaseFuncDesc(function);
         }
-        SysFreeString(typeName);
-        info->ReleaseTypeAttr(attributes);
-        info->Release();
+        SysFreeString(typeName), info->ReleaseTypeAttr(attributes), info->Release();
     }
     library->Release();
     EXPECT_EQ(267, functions);

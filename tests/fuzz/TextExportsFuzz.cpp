@@ -46,8 +46,8 @@ bool FuzzOnce(const ExportShape& shape, bool first = false) {
     texts.reserve(16), outs.reserve(16);
     const std::string codes = shape.arguments;
     for (size_t at = 0; at < codes.size(); at += 3) {
-        const char direction = codes[at], type = codes[at + 1];
-        if (direction != 'i') {
+        const char type = codes[at + 1];
+        if (codes[at] != 'i') {
             outs.emplace_back(16, 0);
             slots.push_back(reinterpret_cast<uint32_t>(outs.back().data()));
         } else if (type == 'S') {
@@ -89,9 +89,7 @@ TEST(Fuzz, TextExportsKeepTheFramesPromises) {
     GetCurrentDirectoryA(MAX_PATH, folder);
     NeverRun never;
     Detour noNewFiles("CreateFileA", +[](LPCSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) WINAPI {
-        SetLastError(ERROR_ACCESS_DENIED);
-        return INVALID_HANDLE_VALUE;
-    });
+        return SetLastError(ERROR_ACCESS_DENIED), INVALID_HANDLE_VALUE; });
     GuardedHeap heap;
     for (const ExportShape& shape : textual) FuzzOnce(shape, true);
     g_random.seed(seed);

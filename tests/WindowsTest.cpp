@@ -103,7 +103,7 @@ TEST(Windows, MenusAndAutoCompletion) {
     Window form = Make("STATIC"), edit = Make("EDIT", WS_CHILD, form.get()), lone = Make("STATIC");
     HMENU bar = CreateMenu();
     AppendMenuA(bar, MF_STRING, 1, "&File"), AppendMenuA(bar, MF_STRING | MF_GRAYED, 2, "&Help"), SetMenu(form.get(), bar);
-    auto item = [bar] { char text[16] = {}; MENUITEMINFOA i = {sizeof i, MIIM_FTYPE | MIIM_STRING | MIIM_STATE};
+    auto item = [bar] { char text[16] = {}; MENUITEMINFOA i = {}; i.cbSize = sizeof i, i.fMask = MIIM_FTYPE | MIIM_STRING | MIIM_STATE;
                         return i.dwTypeData = text, i.cch = 16, GetMenuItemInfoA(bar, 1, TRUE, &i), J{i.fType, i.fState, text}; };
     VARIANT_BOOL done[6] = {7, 7, 7, 7, 7, 7};
     EXPECT_EQ("0 16384 1 &Help  0 0 1 &Help  0 0 -1 -1 0 0 ", (J{vb::esSetMenuJustify(L(form), 1, -1, &done[0]), item(), vb::esSetMenuJustify(L(form), 1, 0, &done[1]), item(),

@@ -79,7 +79,8 @@ BOOL WINAPI StagedVersion(OSVERSIONINFOA* info) {
     if (info->dwOSVersionInfoSize == 156) reinterpret_cast<OSVERSIONINFOEXA*>(info)->wProductType = g_record->type;
     return TRUE;
 }
-int WINAPI StagedMetrics(int index) { return index == SM_SERVERR2 ? g_host->r2 : GetSystemMetrics(index); }
+// An R2 host answers its build number for the metric, not 1.
+int WINAPI StagedMetrics(int index) { return index == SM_SERVERR2 ? g_host->r2 * 3790 : GetSystemMetrics(index); }
 BOOL WINAPI Wow64(HANDLE process, BOOL* wow64) {
     const bool self = process == GetCurrentProcess();
     return *wow64 = Has(self ? "64bit" : "other32"), !Has(self ? "selffails" : "otherfails");

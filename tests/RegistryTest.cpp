@@ -86,6 +86,8 @@ TEST(Registry, AndFolders) {
     const auto denySet = +[](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) WINAPI -> LONG { return ERROR_ACCESS_DENIED; };
     const auto root = +[](LPSTR b, UINT n) WINAPI -> UINT { return n < 4 ? 4 : (strcpy(b, "C:\\"), 3); };  // the Windows folder at a root
     const auto grown = +[](HKEY k, LPCSTR n, LPDWORD r, LPDWORD t, LPBYTE d, LPDWORD s) WINAPI -> LONG { return d ? ERROR_MORE_DATA : RegQueryValueExA(k, n, r, t, d, s); };
+    const auto retyped = +[](HKEY k, LPCSTR n, LPDWORD r, LPDWORD t, LPBYTE d, LPDWORD s) WINAPI -> LONG {  // another type by the second query
+        const LONG e = RegQueryValueExA(k, n, r, t, d, s); return d && t ? (*t = REG_BINARY, e) : e; };
     const std::pair<std::string, std::string> rows[] = {
         {Read("text", 0, REG_SZ, " true\r\n", 8), " true\r\n+/-7/-1+"}, {Read("yes", 0, REG_SZ, "Yes", 4), "Yes+/-7/0+"}, {Read("unended", 0, REG_SZ, "abc", 3), "abc+/-7/0+"},
         {Read("empty", 0, REG_SZ, "", 0), "<null>/-7/-1"}, {Read("one", 0, REG_DWORD, "\1\0\0\0", 4), "dflt/1+/-1+"},
@@ -93,6 +95,7 @@ TEST(Registry, AndFolders) {
         {Read("short", 0, REG_DWORD, "\1\0\0", 3), "dflt/-7/-1"}, {Read("binary", 0, REG_BINARY, "\1\0\0\0", 4), "dflt/-7/-1"}, {Read("missing"), "dflt/-7/-1"},
         {Read("expand", 0, REG_EXPAND_SZ, "%CSK_TEST_FOLDER%\\x", 20), "%CSK_TEST_FOLDER%\\x+/-7/0+"}, {Read("expand", 1), "C:\\Data\\x+/-7/0+"},
         {Read("percent", 1, REG_SZ, "%CSK_TEST_FOLDER%", 18), "%CSK_TEST_FOLDER%+/-7/0+"}, {Detoured("RegQueryValueExA", grown, [] { return Read("yes"); }), "dflt/-7/-1"},
+        {Detoured("RegQueryValueExA", retyped, [] { return Read("one"); }), "dflt/-7/-1"},
         {V(vb::esWriteBoolToRegistry, kHkcu, B(kKey), B("bool"), 1), "0 -1"}, {Read("bool"), "True+/-7/-1+"},
         {V(vb::esWriteStringToRegistry, kHkcu, B(kKey), B("written"), B("%CSK_TEST_FOLDER%"), 7), "0 -1"}, {Read("written", 1), "C:\\Data+/-7/0+"},
         {(vb::esWriteStringToRegistry(kHkcu, B(kKey), B("empty"), nullptr, 0, nullptr), Read("empty")), "<null>+/-7/0+"},

@@ -107,4 +107,9 @@ TEST(UserAndProcess, ShutdownPowerAndPriority) {
         EXPECT_EQ(calls, (J{(g.fails = fails, g_calls.clear(), vb::esExitWindowsEx(EWX_REBOOT, LONG(0x80020003), &done[0])), done[0], vb::esSetSystemPowerState(5, 0, &done[1]), done[1], g_calls}));
     const auto now = [] { return GetPriorityClass(GetCurrentProcess()); };
     EXPECT_EQ("0 16384 0 64 0 32 ", (J{vb::esSetBackgroundProcessPriority(), now(), vb::esSetIdleProcessPriority(), now(), vb::esSetForegroundProcessPriority(), now()}));
+    // A host without the below-normal class (before 2000) refuses it: the idle one is asked instead.
+    Detour priority("SetPriorityClass", +[](HANDLE process, DWORD wanted) WINAPI -> BOOL {
+        return g_calls += J{process == GetCurrentProcess(), wanted}, wanted != BELOW_NORMAL_PRIORITY_CLASS; });
+    const J background{(g_calls.clear(), vb::esSetBackgroundProcessPriority())};
+    EXPECT_EQ("0 1 16384 1 64 ", background + g_calls);
 }

@@ -14,7 +14,7 @@ namespace {
 Bstr B(const char* text) { return text ? Bstr(text) : Bstr(); }  // nullptr: a null BSTR
 std::string S(double value) { char text[40]; return snprintf(text, sizeof text, "%.0f", value), text; }  // a whole number
 // Answers in the order given: the elements of a braced list are sequenced.
-std::string J(std::initializer_list<std::string> answers) { std::string joined; for (const auto& a : answers) joined += "|" + a; return joined.substr(1); }
+std::string Piped(std::initializer_list<std::string> answers) { std::string joined; for (const auto& a : answers) joined += "|" + a; return joined.substr(1); }
 
 // The staged platform: an attribute word and error (word 0: the platform's
 // own answer), disk queries that refuse or are missing (the ANSI one fills
@@ -38,13 +38,13 @@ LONG WINAPI SetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BY
 TEST(Files, SpaceExistenceSizesAppPathsAndVolumes) {
     const struct { bool ex; DWORD exRefuses, oldRefuses; const char *figures, *ok; } disks[] = {{1, 0, 0, "9223372036854779904|21474836480|12884901888", "|-1|"},
         {0, 0, 0, "4096|12288|12288", "|-1|"}, {1, 1, 0, "4096|12288|12288", "|-1|"}, {1, 1, 1, "-1|-1|-1", "|0|"}};
-    auto all = [] { double f[] = {7, 7, 7}; VARIANT_BOOL ok = 7; return J({S(vb::esGetDiskSpace(B("T:\\").get(), f, f + 1, f + 2, &ok)), S(f[0]), S(f[1]), S(f[2]), S(ok)}); };
+    auto all = [] { double f[] = {7, 7, 7}; VARIANT_BOOL ok = 7; return Piped({S(vb::esGetDiskSpace(B("T:\\").get(), f, f + 1, f + 2, &ok)), S(f[0]), S(f[1]), S(f[2]), S(ok)}); };
     auto one = [](const auto& f) { double figure = 7; return f(B("T:\\").get(), &figure) ? "!" : S(figure); };
     for (const auto& r : disks) {
         FreshLibrary fresh;
         ProcDetour missing("GetDiskFreeSpaceExA", r.ex ? reinterpret_cast<const void*>(&FreeEx) : nullptr);
         Detour old("GetDiskFreeSpaceA", &FreeOld);
-        EXPECT_EQ("0|" + std::string(r.figures) + r.ok + r.figures, J({(g_exRefuses = r.exRefuses, g_oldRefuses = r.oldRefuses, all()), one(vb::esGetDiskSpaceTotal),
+        EXPECT_EQ("0|" + std::string(r.figures) + r.ok + r.figures, Piped({(g_exRefuses = r.exRefuses, g_oldRefuses = r.oldRefuses, all()), one(vb::esGetDiskSpaceTotal),
                                                                         one(vb::esGetDiskSpaceFree), one(vb::esGetDiskSpaceAvailable)})) << "disk " << &r - disks;
     }
     // The twelve tests as 1 and 0 (! for a status other than 0) | the
@@ -72,7 +72,7 @@ TEST(Files, SpaceExistenceSizesAppPathsAndVolumes) {
         for (std::string test : {"FileOrDirectoryExist", "FileExist", "DirectoryExist", "Directory", "File", "Junction", "Symlink", "SymlinkToFile",
                                  "SymlinkToDirectory", "UnixFileExist", "UnixDirectoryExist", "UnixFileOrDirectoryExist"})
             a.tests += decltype(vb::esIsFile){(test = "esIs" + test).c_str()}(B(r.path).get(), &(a.test = 7)) ? '!' : a.test == -1 ? '1' : a.test ? '?' : '0';
-        EXPECT_EQ(r.expected, J({a.tests, vb::esGetFileAttributes(B(r.path).get(), &a.word) ? "!" : S(a.word), vb::esGetFileSize(B(r.path).get(), &a.size) ? "!" : S(a.size),
+        EXPECT_EQ(r.expected, Piped({a.tests, vb::esGetFileAttributes(B(r.path).get(), &a.word) ? "!" : S(a.word), vb::esGetFileSize(B(r.path).get(), &a.size) ? "!" : S(a.size),
                                  vb::esGetFileSizeEx(B(r.path).get(), &a.sizeEx) ? "!" : S(a.sizeEx)}) + (g_calls.empty() ? "|-" : "")) << "row " << &r - rows;
     }
     // This program registers itself in HKEY_LOCAL_MACHINE: status | success |
@@ -97,13 +97,13 @@ TEST(Files, SpaceExistenceSizesAppPathsAndVolumes) {
         {nullptr, "-", false, "0|-1|none|none|" + name}, {nullptr, "-", false, "1|0|none|none|" + name}};
     SHDeleteKeyA(HKEY_LOCAL_MACHINE, key.c_str()), SHSetValueA(HKEY_LOCAL_MACHINE, (key + "\\Sub").c_str(), "x", REG_SZ, "x", 2);
     Detour set("RegSetValueExA", &SetValue);
-    auto act = [](bool registers) { VARIANT_BOOL done = 7; return J({S((registers ? vb::esRegisterAppPath : vb::esUnRegisterAppPath)(&done)), S(done)}); };
+    auto act = [](bool registers) { VARIANT_BOOL done = 7; return Piped({S((registers ? vb::esRegisterAppPath : vb::esUnRegisterAppPath)(&done)), S(done)}); };
     for (const auto& s : steps)
-        EXPECT_EQ(s.expected, J({(g_refusedValue = s.refused, s.preset && SHSetValueA(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_EXPAND_SZ, s.preset, strlen(s.preset) + 1),
+        EXPECT_EQ(s.expected, Piped({(g_refusedValue = s.refused, s.preset && SHSetValueA(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_EXPAND_SZ, s.preset, strlen(s.preset) + 1),
                                   act(s.registers)), stored(nullptr), stored("Path"), look(name.c_str())})) << "step " << &s - steps;
-    auto text = [](const auto& f, auto in) { Bstr answer("stale"); return J({S(f(in, answer.out())), answer.text()}); };
-    auto number = [](const auto& f, const char* root = "T:\\Dir\\") { LONG answer = 7; return J({S(f(B(root).get(), &answer)), S(answer)}); };
-    EXPECT_EQ(J({kNull, "\u2713", "0|MyLabel|0|170591172|0||0||1|0|1|0|0|0000-0000|0|FFFF-FFFF|0|FEDC-BA98"}), J({look(nullptr), look("\u2713"),
+    auto text = [](const auto& f, auto in) { Bstr answer("stale"); return Piped({S(f(in, answer.out())), answer.text()}); };
+    auto number = [](const auto& f, const char* root = "T:\\Dir\\") { LONG answer = 7; return Piped({S(f(B(root).get(), &answer)), S(answer)}); };
+    EXPECT_EQ(Piped({kNull, "\u2713", "0|MyLabel|0|170591172|0||0||1|0|1|0|0|0000-0000|0|FFFF-FFFF|0|FEDC-BA98"}), Piped({look(nullptr), look("\u2713"),
         text(vb::esGetVolumeName, nullptr), number(vb::esGetVolumeSerialNumber, "T:\\"), text(vb::esGetVolumeName, B("T:\\Dir\\").get()),
         text(vb::esGetVolumeFileSystemName, B("T:\\Dir\\").get()), number(vb::esGetVolumeMaximumComponentLength), number(vb::esGetVolumeFileSystemFlags),
         text(vb::esFormatVolumeSerialNumber, 0), text(vb::esFormatVolumeSerialNumber, -1), text(vb::esFormatVolumeSerialNumber, LONG(0xFEDCBA98))}));

@@ -14,7 +14,7 @@ Bstr B(const char* text) { return text ? Bstr(text) : Bstr(); }  // nullptr: a n
 // What an export leaves in a variable that held text (kNull: a null BSTR),
 // and answers joined by "|".
 template <class F, class... In> std::string Call(const F& f, In... in) { Bstr result("stale"); return f(in..., result.out()) == S_OK ? result.text() : "(status not 0)"; }
-template <class... S> std::string J(const S&... answers) { return (... + ("|" + std::string(answers))).substr(1); }
+template <class... S> std::string Piped(const S&... answers) { return (... + ("|" + std::string(answers))).substr(1); }
 
 // Root | folder | name with stream | name without (flag 1: any nonzero is
 // true) | name without extension | extension | extension replaced by "log".
@@ -29,7 +29,7 @@ TEST(PathsText, PartsAndBuilding) {
         {"\\\\S\\Sh", "\\\\S\\Sh\\|\\\\S\\|Sh|Sh|Sh|<null>|\\\\S\\Sh.log"}, {".profile", "<null>|<null>|.profile|.profile|.profile|<null>|.profile.log"},
         {"C:/D/f.txt", "<null>|<null>|C:/D/f.txt|C|C|<null>|C.log:/D/f.txt"}, {"C:\\D\\f.txt:s:$DATA", "C:\\|C:\\D\\|f.txt:s:$DATA|f.txt|f|txt|C:\\D\\f.log:s:$DATA"}};
     for (const auto& r : rows)
-        EXPECT_EQ(r.parts, J(Call(vb::esGetFileRoot, B(r.path).get()), Call(vb::esGetFilePath, B(r.path).get()), Call(vb::esGetFileName, B(r.path).get(), 0),
+        EXPECT_EQ(r.parts, Piped(Call(vb::esGetFileRoot, B(r.path).get()), Call(vb::esGetFilePath, B(r.path).get()), Call(vb::esGetFileName, B(r.path).get(), 0),
                              Call(vb::esGetFileName, B(r.path).get(), 1), Call(vb::esGetFileOnlyName, B(r.path).get()), Call(vb::esGetFileExtension, B(r.path).get()),
                              Call(vb::esReplaceFileExtension, B(r.path).get(), B("log").get()))) << "row " << &r - rows;
     // A null extension drops the old one. The parsing sees the first 1024
@@ -37,7 +37,7 @@ TEST(PathsText, PartsAndBuilding) {
     // measured in the cut text, is replaced at the end of the whole path:
     // the last 10 characters of "name.exty:s" go.
     const std::string exact = "C:\\" + std::string(1012, 'd') + "\\name.ext", cut = exact + "y:s";  // 1024 + 3
-    EXPECT_EQ(J("C:\\D\\f:s", "name.ext:s", exact.substr(0, 1016) + "nname.log:s"), J(Call(vb::esReplaceFileExtension, B("C:\\D\\f.txt:s").get(), nullptr),
+    EXPECT_EQ(Piped("C:\\D\\f:s", "name.ext:s", exact.substr(0, 1016) + "nname.log:s"), Piped(Call(vb::esReplaceFileExtension, B("C:\\D\\f.txt:s").get(), nullptr),
               Call(vb::esGetFileName, Bstr(cut).get(), 0), Call(vb::esReplaceFileExtension, Bstr(cut).get(), B("log").get())));
     // Relative | absolute. Unguarded: null and empty reach the work as empty
     // text. Only single dots are cleaned from an answer; a file with no
@@ -47,7 +47,7 @@ TEST(PathsText, PartsAndBuilding) {
         {"C:\\A\\.\\.\\f.txt", "C:\\X", "..\\A\\f.txt|C:\\A\\f.txt"}, {"D:\\.\\.\\f.txt", "C:\\A", "D:\\f.txt|D:\\f.txt"}, {"", nullptr, "<null>|<null>"},
         {"C:\\A\\.\\f.txt", "", "C:\\A\\f.txt|C:\\A\\f.txt"}, {nullptr, "C:\\A\\.\\B", "<null>|C:\\A\\B"}, {exact.c_str(), "C:\\B", exact + "|" + exact}};
     for (const auto& r : pairs)
-        EXPECT_EQ(r.both, J(Call(vb::esGetRelativeFileName, B(r.file).get(), B(r.base).get()), Call(vb::esGetAbsoluteFileName, B(r.file).get(), B(r.base).get())))
+        EXPECT_EQ(r.both, Piped(Call(vb::esGetRelativeFileName, B(r.file).get(), B(r.base).get()), Call(vb::esGetAbsoluteFileName, B(r.file).get(), B(r.base).get())))
             << "pair " << &r - pairs;
     // esBuildFileName | esBuildFileName2 of the two | esAddBackslash and
     // esRemoveBackslash of the first. The first keeps a leading backslash of the
@@ -60,7 +60,7 @@ TEST(PathsText, PartsAndBuilding) {
         {nullptr, "f.txt", -1, "f.txt|f.txt|<null>|<null>"}, {"C:\\D\\", nullptr, -1, "C:\\D|C:\\D\\|C:\\D\\|C:\\D"},
         {"C:\\D", "", static_cast<VARIANT_BOOL>(0x8000), "C:\\D|C:\\D|C:\\D\\|C:\\D"}, {"?:\\", "", 1, "?:\\|?:\\|?:\\|?:\\"}, {"AB:\\", "", 1, "AB:|AB:\\|AB:\\|AB:"}};
     for (const auto& r : builds)
-        EXPECT_EQ(r.all, J(Call(vb::esBuildFileName, B(r.folder).get(), B(r.file).get(), r.strip),
+        EXPECT_EQ(r.all, Piped(Call(vb::esBuildFileName, B(r.folder).get(), B(r.file).get(), r.strip),
                            Call(vb::esBuildFileName2, B(r.folder).get(), B(r.file).get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
                            Call(vb::esAddBackslash, B(r.folder).get()), Call(vb::esRemoveBackslash, B(r.folder).get()))) << "build " << &r - builds;
     EXPECT_EQ("a\\b\\c\\d\\e\\f\\", Call(vb::esBuildFileName2, B("a").get(), nullptr, B("").get(), B("b\\").get(), B("c").get(), B("\\d").get(),
@@ -80,8 +80,8 @@ TEST(PathsOnDisk, SpellingsAndTemporaryFiles) {
     CloseHandle(CreateFileA("T:\\Long Dir\\Read Me.txt", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     const char *longForm = "T:\\Long Dir\\Read Me.txt", *typed = "long dir\\read me.TXT";
     const std::string shortForm = Call(vb::esGetShortFileName, B(longForm).get(), 1), module = Call(vb::esGetModuleFileName, LONG(CskLibrary()), 0);
-    EXPECT_EQ(J("0 spaces", "CorvaneSupportKit0100.dll", kNull),
-              J(std::to_string(shortForm.find(' ') + 1) + " spaces", module.substr(module.rfind('\\') + 1), Call(vb::esGetModuleFileName, 0x1234, 0)));
+    EXPECT_EQ(Piped("0 spaces", "CorvaneSupportKit0100.dll", kNull),
+              Piped(std::to_string(shortForm.find(' ') + 1) + " spaces", module.substr(module.rfind('\\') + 1), Call(vb::esGetModuleFileName, 0x1234, 0)));
     const auto &full = vb::esGetFullFileName, &lng = vb::esGetLongFileName, &shrt = vb::esGetShortFileName;
     const struct { bool walk; const VbFunction<HRESULT, BSTR, VARIANT_BOOL, BSTR*>& f; const char *path; VARIANT_BOOL flag; const char* expected; } rows[] = {
         {0, full, typed, 0, "T:\\long dir\\read me.TXT"}, {0, full, typed, 1, longForm}, {0, full, "No\\..\\no.TXT", 1, "T:\\no.TXT"}, {0, full, "", 1, kNull},
@@ -107,7 +107,7 @@ TEST(PathsOnDisk, SpellingsAndTemporaryFiles) {
     }
     Detour refuse("CreateFileA", +[](LPCSTR, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD how, DWORD flags, HANDLE) WINAPI -> HANDLE {
         return g_calls = std::to_string(access) + " " + std::to_string(share) + " " + std::to_string(how) + " " + std::to_string(flags), INVALID_HANDLE_VALUE; });
-    EXPECT_EQ(J(kNull, "1073741824 0 2 0"), J(Call(vb::esGetTempFileName2, B("T:\\Tmp").get(), nullptr), g_calls));
+    EXPECT_EQ(Piped(kNull, "1073741824 0 2 0"), Piped(Call(vb::esGetTempFileName2, B("T:\\Tmp").get(), nullptr), g_calls));
 }
 
 }  // namespace

@@ -20,4 +20,3 @@ const LoadTimeSetup loadTimeSetup;
 }  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) { return TRUE; }
-
